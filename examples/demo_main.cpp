@@ -1,0 +1,10 @@
+// math demo: a tour of what a host application typically asks of the library.
+#include <iostream>
+
+#include "demo_sections.h"
+
+int main() {
+    std::cout << "math demo\n=========\n";
+    DemoVectors();
+    return 0;
+}

@@ -1,0 +1,4 @@
+#pragma once
+// The demo is a tour of typical requests, one section per capability.
+
+void DemoVectors();
