@@ -2,14 +2,16 @@
 # Makes sure the tools and libraries the build needs are present.
 #   scripts/install-deps.sh          what `make demo` and `make test` need
 #   scripts/install-deps.sh bench    also the peers the benchmarks compare against
+#   scripts/install-deps.sh fuzz     also clang and its libFuzzer runtime
 # Missing Debian packages are installed with apt-get when running as root (or with sudo when it
 # is available without a password); otherwise the script says what to install and fails.
 set -euo pipefail
 
 want=(cmake g++ make libgtest-dev)
-if [ "${1:-}" = bench ]; then
-  want+=(libbenchmark-dev libeigen3-dev libglm-dev libfftw3-dev libkissfft-dev)
-fi
+case "${1:-}" in
+  bench) want+=(libbenchmark-dev libeigen3-dev libglm-dev libfftw3-dev libkissfft-dev) ;;
+  fuzz) want+=(clang libclang-rt-14-dev) ;;
+esac
 
 missing=()
 for pkg in "${want[@]}"; do
