@@ -9,8 +9,13 @@
 #include "math/foundations/export.h"
 #include "math/foundations/init_request.h"
 #include "math/foundations/load_guard.h"
+#include "math/foundations/polynomial_roots.h"
 #include "math/foundations/scalar.h"
 #include "math/foundations/tolerance.h"
 
 // Vectors.
 #include "math/vectors/vector3.h"
+
+// Noise tables and random numbers.
+#include "math/noise/bsd_random.h"
+#include "math/noise/perlin_noise.h"
