@@ -7,10 +7,12 @@
 // leaves the buffer, so the buffer can be taken up again with bsd_setstate. The buffer size
 // handed to bsd_initstate selects the type:
 //
-//   bytes      type  degree  separation
-//   8..31      0     0       0          linear congruential: x = (1103515245 x + 12345) &
-//   0x7fffffff 32..63     1     7       3 64..127    2     15      1 128..255   3     31      3
-//   256..      4     63      1
+//   bytes       type   degree   separation
+//   8..31       0      -        -            x = (1103515245 x + 12345) & 0x7fffffff
+//   32..63      1      7        3
+//   64..127     2      15       1
+//   128..255    3      31       3
+//   256 and up  4      63       1
 //
 // Types 1 to 4 produce x[n] = x[n - degree] + x[n - separation] (mod 2^32) and return the upper
 // 31 bits. Before any call the generator runs on a static type 3 table. The state is shared by

@@ -6,7 +6,7 @@
 #include "math/foundations/export.h"
 
 class MATH_API C3DPerlinNoise {
-  public:
+public:
     // The 12 gradients of 3D noise: the midpoints of the edges of a cube.
     static const double grad3[12][3];
 

@@ -31,7 +31,7 @@ void SetWord(char* buffer, int i, std::uint32_t w) { std::memcpy(buffer + 4 * i,
 // The generator written as a stream: y[n] = y[n - deg] + y[n - sep] (mod 2^32), output y[n] >> 1.
 // Starting from words w with the rear at `rear`, y[-deg + m] is w[(rear + sep + m) % deg].
 class Reference {
-  public:
+public:
     Reference(std::vector<std::uint32_t> words, int type, int rear = 0)
         : deg_(kDeg[type]), sep_(kSep[type]) {
         if (type == 0) {
@@ -58,7 +58,7 @@ class Reference {
         return v >> 1;
     }
 
-  private:
+private:
     int deg_, sep_;
     std::uint32_t x_ = 0;
     std::vector<std::uint32_t> y_;
@@ -92,7 +92,7 @@ const InitialRun kInitial = TakeInitialRun();
 
 // Every test leaves the generator on the library's own buffer, which outlives the buffers here.
 class BsdRandom : public testing::Test {
-  protected:
+protected:
     void TearDown() override { bsd_setstate(kInitial.buffer); }
     alignas(4) char a_[1024] = {};
     alignas(4) char b_[1024] = {};
