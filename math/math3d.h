@@ -14,3 +14,11 @@
 
 // Vectors.
 #include "math/vectors/vector3.h"
+
+// Matrices.
+#include "math/matrices/matrix33.h"
+#include "math/matrices/matrix_mn.h"
+#include "math/matrices/rotation_matrix.h"
+
+// Rotations.
+#include "math/rotations/rotation_order.h"
