@@ -13,7 +13,11 @@
 #include "math/foundations/tolerance.h"
 
 // Vectors.
+#include "math/vectors/color.h"
+#include "math/vectors/vector2.h"
 #include "math/vectors/vector3.h"
+#include "math/vectors/vector4.h"
+#include "math/vectors/weighted_vector.h"
 
 // Matrices.
 #include "math/matrices/matrix33.h"
