@@ -10,6 +10,7 @@
 #include <cmath>
 #include <istream>
 #include <ostream>
+#include <type_traits>
 
 #include "math/foundations/dump.h"
 #include "math/foundations/export.h"
@@ -24,20 +25,27 @@ namespace math3d_detail {
 inline void Mul33(const double* a, const double* b, double* r) {
 #if defined(__SSE2__)
     const __m128d b0 = _mm_loadu_pd(b), b1 = _mm_loadu_pd(b + 3), b2 = _mm_loadu_pd(b + 6);
-    const double b02 = b[2], b12 = b[5], b22 = b[8];
     __m128d head[3];
-    double tail[3];
     for (int i = 0; i < 3; ++i) {
         const double* row = a + 3 * i;
         head[i] = _mm_add_pd(
             _mm_add_pd(_mm_mul_pd(_mm_set1_pd(row[0]), b0), _mm_mul_pd(_mm_set1_pd(row[1]), b1)),
             _mm_mul_pd(_mm_set1_pd(row[2]), b2));
-        tail[i] = row[0] * b02 + row[1] * b12 + row[2] * b22;
     }
-    for (int i = 0; i < 3; ++i) {
-        _mm_storeu_pd(r + 3 * i, head[i]);
-        r[3 * i + 2] = tail[i];
-    }
+    // The last column of rows 0 and 1 in one lane pair, that of row 2 alone.
+    const __m128d a0 = _mm_loadu_pd(a), a1 = _mm_loadu_pd(a + 3);
+    const __m128d a2 = _mm_loadu_pd(a + 1), a3 = _mm_loadu_pd(a + 4);
+    const __m128d tail =
+        _mm_add_pd(_mm_add_pd(_mm_mul_pd(_mm_unpacklo_pd(a0, a1), _mm_set1_pd(b[2])),
+                              _mm_mul_pd(_mm_unpackhi_pd(a0, a1), _mm_set1_pd(b[5]))),
+                   _mm_mul_pd(_mm_unpackhi_pd(a2, a3), _mm_set1_pd(b[8])));
+    const double last = a[6] * b[2] + a[7] * b[5] + a[8] * b[8];
+    _mm_storeu_pd(r, head[0]);
+    _mm_store_sd(r + 2, tail);
+    _mm_storeu_pd(r + 3, head[1]);
+    _mm_storeh_pd(r + 5, tail);
+    _mm_storeu_pd(r + 6, head[2]);
+    r[8] = last;
 #else
     double t[9];
     for (int i = 0; i < 3; ++i)
@@ -53,6 +61,74 @@ inline void Mul33(const float* a, const float* b, float* r) {
             t[3 * i + j] = a[3 * i] * b[j] + a[3 * i + 1] * b[3 + j] + a[3 * i + 2] * b[6 + j];
     for (int k = 0; k < 9; ++k) r[k] = t[k];
 }
+
+#if defined(__SSE2__)
+// The three products of the cross product a x b (rows of 3 doubles) in SSE2 lane pairs:
+// x = (a1 b2, a2 b1), y = (a2 b0, a0 b2), z = (a0 b1, a1 b0), each component being the first
+// product minus the second.
+struct Cross33 {
+    __m128d x, y, z;
+};
+inline Cross33 CrossProducts(const double* a, const double* b) {
+    const __m128d a01 = _mm_loadu_pd(a), a12 = _mm_loadu_pd(a + 1);
+    const __m128d b01 = _mm_loadu_pd(b), b12 = _mm_loadu_pd(b + 1);
+    return {_mm_mul_pd(a12, _mm_shuffle_pd(b12, b12, 1)),
+            _mm_mul_pd(_mm_shuffle_pd(a12, a01, 1), _mm_shuffle_pd(b01, b12, 2)),
+            _mm_mul_pd(a01, _mm_shuffle_pd(b01, b01, 1))};
+}
+// (x, y) and (z, -) of the cross product from its products.
+inline __m128d CrossXY(const Cross33& c) {
+    return _mm_sub_pd(_mm_unpacklo_pd(c.x, c.y), _mm_unpackhi_pd(c.x, c.y));
+}
+inline __m128d CrossZ(const Cross33& c) { return _mm_sub_sd(c.z, _mm_unpackhi_pd(c.z, c.z)); }
+
+// The inverse of the row-major array s into d, transposed when transpose != 0; d may be s. The
+// adjugate's columns are the cross products r1 x r2, r2 x r0, r0 x r1 of the rows, and the six
+// Leibniz products reuse those of r0 x r1: (m00 m11) m22, (m01 m12) m20, (m02 m10) m21,
+// (m02 m11) m20, (m01 m10) m22, (m00 m12) m21. Determinant and size are summed in that order in
+// the two lanes of one register, so the results are those of the scalar code, rounding included.
+inline int Inverse33(const double* s, double* d, int transpose, double eps) {
+    const Cross33 p0 = CrossProducts(s + 3, s + 6);
+    const Cross33 p1 = CrossProducts(s + 6, s);
+    const Cross33 p2 = CrossProducts(s, s + 3);
+    const __m128d m2 = _mm_loadu_pd(s + 6);
+    const __m128d lx = _mm_mul_pd(p2.z, _mm_set1_pd(s[8]));        // p0, p4
+    const __m128d ly = _mm_mul_pd(p2.x, _mm_unpacklo_pd(m2, m2));  // p1, p3
+    const __m128d lz = _mm_mul_pd(p2.y, _mm_unpackhi_pd(m2, m2));  // p2, p5
+    // Lane 0 sums the signed products, lane 1 their magnitudes: a - (-|p|) is exactly a + |p|.
+    const __m128d sign = _mm_set1_pd(-0.0);
+    __m128d acc = _mm_unpacklo_pd(lx, _mm_andnot_pd(sign, lx));
+    acc = _mm_add_pd(acc, _mm_unpacklo_pd(ly, _mm_andnot_pd(sign, ly)));
+    acc = _mm_add_pd(acc, _mm_unpacklo_pd(lz, _mm_andnot_pd(sign, lz)));
+    acc = _mm_sub_pd(acc, _mm_unpackhi_pd(ly, _mm_or_pd(sign, ly)));
+    acc = _mm_sub_pd(acc, _mm_unpackhi_pd(lx, _mm_or_pd(sign, lx)));
+    acc = _mm_sub_pd(acc, _mm_unpackhi_pd(lz, _mm_or_pd(sign, lz)));
+    // (det / size, 1 / det) in one division.
+    const __m128d q = _mm_div_pd(_mm_move_sd(_mm_set1_pd(1.0), acc), _mm_shuffle_pd(acc, acc, 1));
+    if (_mm_cvtsd_f64(_mm_unpackhi_pd(acc, acc)) == 0.0) return 0;
+    if (!(std::fabs(_mm_cvtsd_f64(q)) >= eps)) return 0;
+    const __m128d k = _mm_unpackhi_pd(q, q);
+    const __m128d c0 = CrossXY(p0), c1 = CrossXY(p1), c2 = CrossXY(p2);
+    const __m128d z0 = CrossZ(p0), z1 = CrossZ(p1), z2 = CrossZ(p2);
+    if (transpose != 0) {
+        _mm_storeu_pd(d, _mm_mul_pd(c0, k));
+        _mm_store_sd(d + 2, _mm_mul_sd(z0, k));
+        _mm_storeu_pd(d + 3, _mm_mul_pd(c1, k));
+        _mm_store_sd(d + 5, _mm_mul_sd(z1, k));
+        _mm_storeu_pd(d + 6, _mm_mul_pd(c2, k));
+        _mm_store_sd(d + 8, _mm_mul_sd(z2, k));
+    } else {
+        const __m128d last = _mm_mul_pd(c2, k);
+        _mm_storeu_pd(d, _mm_mul_pd(_mm_unpacklo_pd(c0, c1), k));
+        _mm_store_sd(d + 2, last);
+        _mm_storeu_pd(d + 3, _mm_mul_pd(_mm_unpackhi_pd(c0, c1), k));
+        _mm_storeh_pd(d + 5, last);
+        _mm_storeu_pd(d + 6, _mm_mul_pd(_mm_unpacklo_pd(z0, z1), k));
+        _mm_store_sd(d + 8, _mm_mul_sd(z2, k));
+    }
+    return 1;
+}
+#endif
 
 }  // namespace math3d_detail
 
@@ -227,12 +303,52 @@ public:
     // det: the six Leibniz products summed in the order +m00 m11 m22, +m01 m12 m20,
     // +m02 m10 m21, -m02 m11 m20, -m01 m10 m22, -m00 m12 m21; size: the sum of their magnitudes,
     // so that det / size is a scale-free measure in [-1, 1].
-    void ComputeDetAndDetSize(const T (*m)[3], T& det, T& size) const;
+    void ComputeDetAndDetSize(const T (*m)[3], T& det, T& size) const {
+        const T p0 = m[0][0] * m[1][1] * m[2][2];
+        const T p1 = m[0][1] * m[1][2] * m[2][0];
+        const T p2 = m[0][2] * m[1][0] * m[2][1];
+        const T p3 = m[0][2] * m[1][1] * m[2][0];
+        const T p4 = m[0][1] * m[1][0] * m[2][2];
+        const T p5 = m[0][0] * m[1][2] * m[2][1];
+        det = p0 + p1 + p2 - p3 - p4 - p5;
+        size = std::fabs(p0) + std::fabs(p1) + std::fabs(p2) + std::fabs(p3) + std::fabs(p4) +
+               std::fabs(p5);
+    }
     // dst = adj(src); dst may be src.
-    void ComputeAdjoint(const T (*src)[3], T (*dst)[3]) const;
+    void ComputeAdjoint(const T (*src)[3], T (*dst)[3]) const {
+        const T(*m)[3] = src;
+        const T adj[3][3] = {
+            {m[1][1] * m[2][2] - m[1][2] * m[2][1], m[0][2] * m[2][1] - m[0][1] * m[2][2],
+             m[0][1] * m[1][2] - m[0][2] * m[1][1]},
+            {m[1][2] * m[2][0] - m[1][0] * m[2][2], m[0][0] * m[2][2] - m[0][2] * m[2][0],
+             m[0][2] * m[1][0] - m[0][0] * m[1][2]},
+            {m[1][0] * m[2][1] - m[1][1] * m[2][0], m[0][1] * m[2][0] - m[0][0] * m[2][1],
+             m[0][0] * m[1][1] - m[0][1] * m[1][0]}};
+        for (int i = 0; i < 3; ++i)
+            for (int j = 0; j < 3; ++j) dst[i][j] = adj[i][j];
+    }
     // dst = inverse(src), transposed when transpose != 0; src and dst may be the same. 0 without
     // writing dst when size is 0 or not (|det / size| >= eps).
-    int ComputeInverse(const T (*src)[3], T (*dst)[3], int transpose, T eps) const;
+    int ComputeInverse(const T (*src)[3], T (*dst)[3], int transpose, T eps) const {
+#if defined(__SSE2__)
+        if constexpr (std::is_same<T, double>::value)
+            return math3d_detail::Inverse33(src[0], dst[0], transpose, eps);
+#endif
+        T m[3][3];
+        for (int i = 0; i < 3; ++i)
+            for (int j = 0; j < 3; ++j) m[i][j] = src[i][j];
+        T det, size;
+        ComputeDetAndDetSize(m, det, size);
+        if (size == T(0)) return 0;
+        if (!(std::fabs(det / size) >= eps)) return 0;
+        T adj[3][3];
+        ComputeAdjoint(m, adj);
+        const T factor = T(1) / det;
+        for (int i = 0; i < 3; ++i)
+            for (int j = 0; j < 3; ++j)
+                dst[i][j] = (transpose != 0 ? adj[j][i] : adj[i][j]) * factor;
+        return 1;
+    }
     // The first row of m times the first column of adj: det(m) when adj is its adjugate.
     T ComputeDetFast(const T (*m)[3], const T (*adj)[3]) const {
         return m[0][0] * adj[0][0] + m[0][1] * adj[1][0] + m[0][2] * adj[2][0];

@@ -225,6 +225,47 @@ TYPED_TEST(Matrix33Test, InverseTimesMatrixIsTheIdentity) {
     }
 }
 
+TYPED_TEST(Matrix33Test, InverseIsTheAdjugateOverTheOrderedLeibnizDeterminant) {
+    using M = typename TestFixture::M;
+    using T = TypeParam;
+    std::mt19937 rng(6);
+    for (int n = 0; n < 200; ++n) {
+        const M m = this->Random(rng);
+        T a[3][3];
+        this->Rows(m, a);
+        // The six products summed in their stated order, and their magnitudes likewise.
+        const T p[6] = {a[0][0] * a[1][1] * a[2][2], a[0][1] * a[1][2] * a[2][0],
+                        a[0][2] * a[1][0] * a[2][1], a[0][2] * a[1][1] * a[2][0],
+                        a[0][1] * a[1][0] * a[2][2], a[0][0] * a[1][2] * a[2][1]};
+        const T det = p[0] + p[1] + p[2] - p[3] - p[4] - p[5];
+        T size = 0;
+        for (const T product : p) size += std::fabs(product);
+        T d, s;
+        m.ComputeDetAndDetSize(a, d, s);
+        EXPECT_EQ(d, det);
+        EXPECT_EQ(s, size);
+        // One reciprocal, then products; the transposed form gives the same values.
+        const T k = T(1) / det;
+        M inverse, transposed;
+        ASSERT_EQ(inverse.Invert(m), 1);
+        ASSERT_EQ(transposed.TransposeInverse(m), 1);
+        const M adj = M(m).Adjoint();
+        for (int i = 0; i < 3; ++i) {
+            for (int j = 0; j < 3; ++j) {
+                EXPECT_EQ(inverse.Get(i, j), adj.Get(i, j) * k);
+                EXPECT_EQ(transposed.Get(j, i), adj.Get(i, j) * k);
+            }
+        }
+        // The test is |det / size| >= eps: the ratio itself passes, the next value up fails.
+        const T ratio = std::fabs(det / size);
+        T out[3][3];
+        EXPECT_EQ(m.ComputeInverse(a, out, 0, ratio), 1);
+        EXPECT_EQ(m.ComputeInverse(a, out, 0, std::nextafter(ratio, T(1))), 0);
+        EXPECT_EQ(m.IsSingular(ratio), 0);
+        EXPECT_EQ(m.IsSingular(std::nextafter(ratio, T(1))), 1);
+    }
+}
+
 TYPED_TEST(Matrix33Test, SingularMatricesAreJudgedRelativelyAndLeftUnchanged) {
     using M = typename TestFixture::M;
     M zero;
