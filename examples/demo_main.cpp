@@ -6,5 +6,6 @@
 int main() {
     std::cout << "math demo\n=========\n";
     DemoVectors();
+    DemoMatrices();
     return 0;
 }
