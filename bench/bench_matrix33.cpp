@@ -46,21 +46,9 @@ const std::vector<M> kB = RandomMatrices(2, Kind::General);
 const std::vector<M> kRegular = RandomMatrices(3, Kind::Regular);
 const std::vector<M> kSymmetric = RandomMatrices(4, Kind::Symmetric);
 
-template <typename Out, typename Convert>
-std::vector<Out> Converted(const std::vector<M>& in, Convert convert) {
-    std::vector<Out> out;
-    out.reserve(in.size());
-    for (const M& m : in) out.push_back(convert(m));
-    return out;
-}
-
 template <typename Body>
 void Run(benchmark::State& state, Body body) {
-    for (auto _ : state) {
-        for (int i = 0; i < kCount; ++i) body(i);
-        benchmark::ClobberMemory();
-    }
-    state.SetItemsProcessed(state.iterations() * kCount);
+    RunEach(state, kCount, body);
 }
 
 // The 6x4 matrix of the pseudo-inverse benchmark.
