@@ -44,82 +44,53 @@ void ExpectNear(const C3DMatrixMN& a, const C3DMatrixMN& b, double tol) {
 }
 
 TEST(MatrixMN, DimensionsStorageAndCopies) {
-    C3DMatrixMN m;
-    EXPECT_EQ(m.GetRowCount(), 0);
-    EXPECT_EQ(m.GetColCount(), 0);
     EXPECT_EQ(sizeof(C3DMatrixMN), 2 * sizeof(int) + sizeof(double**));
-
-    m = Make({{1, 2, 3}, {4, 5, 6}});
+    C3DMatrixMN m = Make({{1, 2, 3}, {4, 5, 6}});
     EXPECT_EQ(m.SetDimensions(2, 3), 1);  // same sizes keep the values
     EXPECT_EQ(m.Get(1, 2), 6);
     EXPECT_EQ(m.SetDimensions(3, 0), 1);  // a zero size empties it
-    EXPECT_EQ(m.GetRowCount(), 0);
-    EXPECT_EQ(m.GetColCount(), 0);
-    m.SetDimensions(-1, 4);
-    EXPECT_EQ(m.GetRowCount(), 0);
+    EXPECT_EQ(m.GetRowCount() + m.GetColCount(), 0);
     m.SetDimensions(3, 2);
-    EXPECT_EQ(m.GetRowCount(), 3);
-    EXPECT_EQ(m.GetColCount(), 2);
+    EXPECT_EQ(m.GetRowCount() * 10 + m.GetColCount(), 32);
 
     // Copies own their rows.
     const C3DMatrixMN original = Make({{1, 2}, {3, 4}});
-    C3DMatrixMN copy(original);
-    copy.Set(0, 0, 9);
-    EXPECT_EQ(original.Get(0, 0), 1);
-    C3DMatrixMN assigned = Make({{7}});
+    C3DMatrixMN copy(original), assigned = Make({{7}});
     assigned = original;
+    copy.Set(0, 0, 9);
     assigned.Set(1, 1, 9);
-    EXPECT_EQ(original.Get(1, 1), 4);
+    ExpectNear(original, Make({{1, 2}, {3, 4}}), 0);
     ExpectNear(assigned = assigned, Make({{1, 2}, {3, 9}}), 0);
-    C3DMatrixMN empty;
-    assigned = empty;
+    assigned = C3DMatrixMN();
     EXPECT_EQ(assigned.GetRowCount(), 0);
-    C3DMatrixMN fromEmpty(empty);
-    EXPECT_EQ(fromEmpty.GetColCount(), 0);
 }
 
 TEST(MatrixMN, ArithmeticOverTheCurrentSizes) {
     const C3DMatrixMN a = Make({{1, 2, 3}, {4, 5, 6}});
     const C3DMatrixMN b = Make({{1, 0}, {0, 1}, {2, 3}});
-    ExpectNear(Product(a, b), Make({{7, 11}, {16, 23}}), 0);
-    C3DMatrixMN m = a;
-    m.Mul(b);  // takes the sizes of the product
-    ExpectNear(m, Make({{7, 11}, {16, 23}}), 0);
-    m = b;
-    m.LeftMul(a);
-    ExpectNear(m, Make({{7, 11}, {16, 23}}), 0);
-    m.Mul(m, m);  // the result may be an operand
-    ExpectNear(
-        m, Make({{7 * 7 + 11 * 16, 7 * 11 + 11 * 23}, {16 * 7 + 23 * 16, 16 * 11 + 23 * 23}}), 0);
-
-    C3DMatrixMN t;
+    const C3DMatrixMN ab = Make({{7, 11}, {16, 23}});
+    C3DMatrixMN m = a, left = b;
+    ExpectNear(m.Mul(b), ab, 0);  // takes the sizes of the product
+    ExpectNear(left.LeftMul(a), ab, 0);
+    ExpectNear(m.Mul(m, m), Make({{225, 330}, {480, 705}}), 0);  // the result may be an operand
+    C3DMatrixMN t, square = Make({{1, 2}, {3, 4}});
     t.SetDimensions(3, 2);
     ExpectNear(t.Transpose(a), Make({{1, 4}, {2, 5}, {3, 6}}), 0);
-    C3DMatrixMN square = Make({{1, 2}, {3, 4}});
     ExpectNear(square.Transpose(square), Make({{1, 3}, {2, 4}}), 0);
     C3DMatrixMN sum;
     sum.SetDimensions(2, 3);
-    ExpectNear(sum.Add(a, a), Make({{2, 4, 6}, {8, 10, 12}}), 0);
-    ExpectNear(sum.Sub(sum, a), a, 0);
+    ExpectNear(sum.Add(a, a).Sub(sum, a), a, 0);
     ExpectNear(sum.SetIdentity(), Make({{1, 0, 0}, {0, 1, 0}}), 0);
-    ExpectNear(sum.Copy(a), a, 0);
-    // Only the current sizes are written: the upper-left block of a larger operand.
-    C3DMatrixMN block;
+    C3DMatrixMN block;  // only the current sizes are written
     block.SetDimensions(1, 2);
     ExpectNear(block.Set(a), Make({{1, 2}}), 0);
 }
 
 TEST(MatrixMN, OperandsTooSmallLeaveTheMatrixUnchanged) {
-    const C3DMatrixMN small = Make({{1, 2}});
-    const C3DMatrixMN before = Make({{5, 6, 7}, {8, 9, 10}});
-    C3DMatrixMN m = before;
-    m.Copy(small).Add(small, before).Sub(before, small).Transpose(small);
+    const C3DMatrixMN small = Make({{1, 2}}), before = Make({{5, 6, 7}, {8, 9, 10}});
+    C3DMatrixMN m = before, inverse;
+    m.Copy(small).Add(small, before).Transpose(small).Mul(small, before).Mul(small);
     ExpectNear(m, before, 0);
-    m.Mul(small, before);  // small has one row, m two
-    m.Mul(small);          // 3 columns against 1 row
-    m.LeftMul(before);     // 3 columns against 2 rows
-    ExpectNear(m, before, 0);
-    C3DMatrixMN inverse;
     inverse.SetDimensions(2, 2);
     EXPECT_EQ(inverse.GrevilleInverse(before), 0);  // needs 3 x 2
 }
@@ -129,16 +100,10 @@ TEST(MatrixMN, VectorHelpers) {
     double out[3];
     C3DMatrixMN::InverseVector(v, out, 3);
     EXPECT_DOUBLE_EQ(out[1], -2.0 / 9);
-    const double tiny[] = {std::sqrt(1e-11), 0};  // squared norm 1e-11 <= 1e-10
-    double zeros[2] = {5, 5};
-    C3DMatrixMN::InverseVector(tiny, zeros, 2);
-    EXPECT_EQ(zeros[0], 0);
-    EXPECT_EQ(zeros[1], 0);
-    const double above[] = {std::sqrt(2e-10), 0};
-    C3DMatrixMN::InverseVector(above, zeros, 2);
-    EXPECT_GT(zeros[0], 0);
+    const double tiny[] = {std::sqrt(1e-11)};  // squared norm 1e-11 <= 1e-10
+    C3DMatrixMN::InverseVector(tiny, out, 1);
+    EXPECT_EQ(out[0], 0);
     EXPECT_EQ(C3DMatrixMN::SumAbsVal(v, 3), 5);
-    EXPECT_EQ(C3DMatrixMN::SumAbsVal(v, 0), 0);
     EXPECT_EQ(C3DMatrixMN::SumAbsVal(v, -4), 0);
 }
 
@@ -194,16 +159,9 @@ TEST(MatrixMN, GrevilleInverseSatisfiesTheMoorePenroseConditions) {
 }
 
 TEST(MatrixMN, TextFormat) {
-    const C3DMatrixMN m = Make({{1, 2.5}, {-3, 4}});
-    std::ostringstream os;
-    os << m;
-    EXPECT_EQ(os.str(), "( 1 2.5 )\n( -3 4 )\n");
     std::ostringstream dump;
-    m.Dump("M", dump);
+    Make({{1, 2.5}, {-3, 4}}).Dump("M", dump);
     EXPECT_EQ(dump.str(), "M\n( 1 2.5 )\n( -3 4 )\n\n \n");
-    std::ostringstream empty;
-    empty << C3DMatrixMN();
-    EXPECT_EQ(empty.str(), "");
 }
 
 }  // namespace
