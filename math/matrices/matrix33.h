@@ -21,9 +21,19 @@
 namespace math3d_detail {
 
 // r = a * b for row-major 3x3 arrays; r may be a or b. Each element sums its three products in
-// order. In double precision the first two columns of a row are formed in one SSE2 lane pair.
-inline void Mul33(const double* a, const double* b, double* r) {
+// order.
+template <typename T>
+inline void Mul33(const T* a, const T* b, T* r) {
+    T t[9];
+    for (int i = 0; i < 3; ++i)
+        for (int j = 0; j < 3; ++j)
+            t[3 * i + j] = a[3 * i] * b[j] + a[3 * i + 1] * b[3 + j] + a[3 * i + 2] * b[6 + j];
+    for (int k = 0; k < 9; ++k) r[k] = t[k];
+}
 #if defined(__SSE2__)
+// The same in SSE2 lane pairs: the first two columns of each row, then the last column of rows
+// 0 and 1; the sums keep their order, so the values are those of the scalar form.
+inline void Mul33(const double* a, const double* b, double* r) {
     const __m128d b0 = _mm_loadu_pd(b), b1 = _mm_loadu_pd(b + 3), b2 = _mm_loadu_pd(b + 6);
     __m128d head[3];
     for (int i = 0; i < 3; ++i) {
@@ -32,7 +42,6 @@ inline void Mul33(const double* a, const double* b, double* r) {
             _mm_add_pd(_mm_mul_pd(_mm_set1_pd(row[0]), b0), _mm_mul_pd(_mm_set1_pd(row[1]), b1)),
             _mm_mul_pd(_mm_set1_pd(row[2]), b2));
     }
-    // The last column of rows 0 and 1 in one lane pair, that of row 2 alone.
     const __m128d a0 = _mm_loadu_pd(a), a1 = _mm_loadu_pd(a + 3);
     const __m128d a2 = _mm_loadu_pd(a + 1), a3 = _mm_loadu_pd(a + 4);
     const __m128d tail =
@@ -46,23 +55,8 @@ inline void Mul33(const double* a, const double* b, double* r) {
     _mm_storeh_pd(r + 5, tail);
     _mm_storeu_pd(r + 6, head[2]);
     r[8] = last;
-#else
-    double t[9];
-    for (int i = 0; i < 3; ++i)
-        for (int j = 0; j < 3; ++j)
-            t[3 * i + j] = a[3 * i] * b[j] + a[3 * i + 1] * b[3 + j] + a[3 * i + 2] * b[6 + j];
-    for (int k = 0; k < 9; ++k) r[k] = t[k];
-#endif
-}
-inline void Mul33(const float* a, const float* b, float* r) {
-    float t[9];
-    for (int i = 0; i < 3; ++i)
-        for (int j = 0; j < 3; ++j)
-            t[3 * i + j] = a[3 * i] * b[j] + a[3 * i + 1] * b[3 + j] + a[3 * i + 2] * b[6 + j];
-    for (int k = 0; k < 9; ++k) r[k] = t[k];
 }
 
-#if defined(__SSE2__)
 // The three products of the cross product a x b (rows of 3 doubles) in SSE2 lane pairs:
 // x = (a1 b2, a2 b1), y = (a2 b0, a0 b2), z = (a0 b1, a1 b0), each component being the first
 // product minus the second.
