@@ -33,14 +33,6 @@ const std::vector<V> kB = RandomVectors(2);
 const std::vector<V> kC = RandomVectors(3);
 const std::vector<V> kP = RandomVectors(4);
 
-template <typename Out, typename Convert>
-std::vector<Out> Converted(const std::vector<V>& in, Convert convert) {
-    std::vector<Out> out;
-    out.reserve(in.size());
-    for (const V& v : in) out.push_back(convert(v));
-    return out;
-}
-
 // Keeps the three components alive in registers: taking the address of a whole vector would make
 // the compiler copy it through the stack, which measures the harness rather than the operation.
 template <typename Vec>
@@ -53,11 +45,7 @@ inline void Sink(const Vec& v) {
 
 template <typename Body>
 void Run(benchmark::State& state, Body body) {
-    for (auto _ : state) {
-        for (int i = 0; i < kCount; ++i) body(i);
-        benchmark::ClobberMemory();
-    }
-    state.SetItemsProcessed(state.iterations() * kCount);
+    RunEach(state, kCount, body);
 }
 
 // --- ours ---------------------------------------------------------------------------------------

@@ -6,6 +6,7 @@
 int main() {
     std::cout << "math demo\n=========\n";
     DemoVectors();
+    DemoMatrices();
     DemoRootsAndRandom();
     return 0;
 }

@@ -2,4 +2,5 @@
 // The demo is a tour of typical requests, one section per capability.
 
 void DemoVectors();
+void DemoMatrices();
 void DemoRootsAndRandom();

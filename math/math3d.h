@@ -14,7 +14,19 @@
 #include "math/foundations/tolerance.h"
 
 // Vectors.
+#include "math/vectors/color.h"
+#include "math/vectors/vector2.h"
 #include "math/vectors/vector3.h"
+#include "math/vectors/vector4.h"
+#include "math/vectors/weighted_vector.h"
+
+// Matrices.
+#include "math/matrices/matrix33.h"
+#include "math/matrices/matrix_mn.h"
+#include "math/matrices/rotation_matrix.h"
+
+// Rotations.
+#include "math/rotations/rotation_order.h"
 
 // Noise tables and random numbers.
 #include "math/noise/bsd_random.h"

@@ -33,8 +33,12 @@ inline double Dot3(const double* a, const double* b) {
 inline float Dot3(const float* a, const float* b) { return a[0] * b[0] + a[1] * b[1] + a[2] * b[2]; }
 
 // The correctly rounded square root without the errno bookkeeping of std::sqrt; same value.
+// Taken in place, so that no instruction clears the register's unused upper lane first.
 inline double Sqrt(double v) {
-#if defined(__SSE2__)
+#if defined(__SSE2__) && defined(__GNUC__)
+    __asm__("sqrtsd %0, %0" : "+x"(v));
+    return v;
+#elif defined(__SSE2__)
     return _mm_cvtsd_f64(_mm_sqrt_sd(_mm_setzero_pd(), _mm_set_sd(v)));
 #else
     return std::sqrt(v);
@@ -59,7 +63,23 @@ inline void Div3(float* v, float d) {
     v[2] /= d;
 }
 
+// The two rules of SetMinimal for one component: raise the value to the bound, or raise its
+// magnitude to the bound keeping its sign (zero counts as positive).
+template <typename T>
+inline T RaisedValue(T c, T bound) {
+    return bound > c ? bound : c;
+}
+template <typename T>
+inline T RaisedMagnitude(T c, T bound) {
+    return bound > std::fabs(c) ? (c >= T(0) ? bound : -bound) : c;
+}
+
 }  // namespace math3d_detail
+
+template <typename T>
+class C3DMatrix33Tpl;
+template <typename T>
+class C3DRotMatTpl;
 
 template <typename T>
 class MATH_API C3DVector3Tpl {
@@ -187,6 +207,14 @@ public:
         const C3DVector3Tpl e2(p2.x - p0.x, p2.y - p0.y, p2.z - p0.z);
         return SetCross(e1, e2);
     }
+    // Products with a 3x3 matrix (defined in matrix33.h and rotation_matrix.h). Points are row
+    // vectors on the left: this = this * m, this = v * m; the column form this = m * v is
+    // v * transpose(m).
+    C3DVector3Tpl& Mul(const C3DMatrix33Tpl<T>& m);
+    C3DVector3Tpl& Mul(const C3DVector3Tpl& v, const C3DMatrix33Tpl<T>& m);
+    C3DVector3Tpl& Mul(const C3DMatrix33Tpl<T>& m, const C3DVector3Tpl& v);
+    C3DVector3Tpl& Mul(const C3DVector3Tpl& v, const C3DRotMatTpl<T>& m);
+    C3DVector3Tpl& Mul(const C3DRotMatTpl<T>& m, const C3DVector3Tpl& v);
     // (1 - t) * a + t * b
     C3DVector3Tpl& LinearPositionInterpolate(const C3DVector3Tpl& a, const C3DVector3Tpl& b,
                                              T t) {
@@ -244,6 +272,8 @@ public:
     }
     // The same with a bound per component.
     C3DVector3Tpl& SetMinimal(const C3DVector3Tpl& bound, int mode) {
+        using math3d_detail::RaisedMagnitude;
+        using math3d_detail::RaisedValue;
         if (mode == 0) {
             return Set(RaisedValue(x, bound.x), RaisedValue(y, bound.y), RaisedValue(z, bound.z));
         }
@@ -297,10 +327,6 @@ public:
     C3DVector3Tpl& operator/=(T s) { return Div(s); }
 
 private:
-    static T RaisedValue(T c, T bound) { return bound > c ? bound : c; }
-    static T RaisedMagnitude(T c, T bound) {
-        return bound > std::fabs(c) ? (c >= T(0) ? bound : -bound) : c;
-    }
     C3DVector3Tpl Compared(int useAbs) const {
         return useAbs != 0 ? C3DVector3Tpl(std::fabs(x), std::fabs(y), std::fabs(z)) : *this;
     }
