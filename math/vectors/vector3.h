@@ -33,13 +33,10 @@ inline double Dot3(const double* a, const double* b) {
 inline float Dot3(const float* a, const float* b) { return a[0] * b[0] + a[1] * b[1] + a[2] * b[2]; }
 
 // The correctly rounded square root without the errno bookkeeping of std::sqrt; same value.
-// Taken in place, so that no instruction clears the register's unused upper lane first.
 inline double Sqrt(double v) {
-#if defined(__SSE2__) && defined(__GNUC__)
-    __asm__("sqrtsd %0, %0" : "+x"(v));
-    return v;
-#elif defined(__SSE2__)
-    return _mm_cvtsd_f64(_mm_sqrt_sd(_mm_setzero_pd(), _mm_set_sd(v)));
+#if defined(__SSE2__)
+    const __m128d x = _mm_set_sd(v);
+    return _mm_cvtsd_f64(_mm_sqrt_sd(x, x));
 #else
     return std::sqrt(v);
 #endif
