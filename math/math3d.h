@@ -26,6 +26,9 @@
 #include "math/matrices/rotation_matrix.h"
 
 // Rotations.
+#include "math/rotations/euler_angles.h"
+#include "math/rotations/euler_target.h"
+#include "math/rotations/quaternion.h"
 #include "math/rotations/rotation_order.h"
 
 // Noise tables and random numbers.
