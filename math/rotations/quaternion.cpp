@@ -27,36 +27,6 @@ void C3DQuatTpl<T>::Dump(const char* title, std::ostream& os) const {
 }
 
 template <typename T>
-void MatToQuat(const C3DRotMatTpl<T>& m, C3DQuatTpl<T>& q) {
-    const T* e = m.GetArray();  // element (r, c) at 3 r + c
-    const auto root = [](T v) { return T(math3d_detail::Sqrt(double(v)) * 0.5); };
-    const T trace = e[0] + e[4] + e[8];
-    int i = e[4] > e[0] ? 1 : 0;
-    if (e[8] > e[4 * i]) i = 2;
-    if (trace > e[4 * i]) {
-        const T s = root(trace + T(1));
-        const T f = T(0.25) / s;
-        q.Set(s, (e[5] - e[7]) * f, (e[6] - e[2]) * f, (e[1] - e[3]) * f);
-    } else {
-        const int j = (i + 1) % 3;
-        const int k = (j + 1) % 3;
-        const T s = root(e[4 * i] - e[4 * j] - e[4 * k] + T(1));
-        const T f = T(0.25) / s;
-        T v[3];
-        v[i] = s;
-        v[j] = (e[3 * i + j] + e[3 * j + i]) * f;
-        v[k] = (e[3 * i + k] + e[3 * k + i]) * f;
-        const T w = (e[3 * j + k] - e[3 * k + j]) * f;
-        if (w < T(0)) {
-            q.Set(-w, -v[0], -v[1], -v[2]);
-        } else {
-            q.Set(w, v[0], v[1], v[2]);
-        }
-    }
-    q.Normalize();
-}
-
-template <typename T>
 void QuatToAxisAngle(const C3DQuatTpl<T>& q, C3DVector3Tpl<T>& axis, T& angle) {
     angle = T(2) * std::acos(q.GetW());
     const T s = std::sin(angle * T(0.5));
@@ -94,8 +64,7 @@ void F3DAxisAngleToQuatf(const C3DVector3Tpl<float>& axis, float angle, C3DQuatT
     q = math3d_detail::Narrowed(wide);
 }
 
-#define MATH_INSTANTIATE_QUATERNION_FUNCTIONS(T)                     \
-    template void MatToQuat(const C3DRotMatTpl<T>&, C3DQuatTpl<T>&); \
+#define MATH_INSTANTIATE_QUATERNION_FUNCTIONS(T) \
     template void QuatToAxisAngle(const C3DQuatTpl<T>&, C3DVector3Tpl<T>&, T&);
 
 template class C3DQuatTpl<float>;

@@ -10,6 +10,7 @@
 #include <cmath>
 #include <istream>
 #include <ostream>
+#include <type_traits>
 
 #include "math/foundations/dump.h"
 #include "math/foundations/export.h"
@@ -18,6 +19,36 @@
 #include "math/matrices/rotation_matrix.h"
 #include "math/vectors/vector3.h"
 #include "math/vectors/vector4.h"
+
+namespace math3d_detail {
+
+#if defined(__SSE2__)
+// r = a b for quaternions stored (W, X, Y, Z), r possibly a or b, in SSE2 lane pairs (W, X) and
+// (Y, Z). Each lane adds its four products in the order of the scalar formula, a subtraction
+// being the addition of the product with a negated factor, so the values are those of the scalar
+// form.
+inline void QuatMul(const double* a, const double* b, double* r) {
+    const __m128d bWX = _mm_loadu_pd(b), bYZ = _mm_loadu_pd(b + 2);
+    const __m128d bXW = _mm_shuffle_pd(bWX, bWX, 1), bZY = _mm_shuffle_pd(bYZ, bYZ, 1);
+    const __m128d aW = _mm_set1_pd(a[0]), aX = _mm_set1_pd(a[1]);
+    const __m128d aY = _mm_set1_pd(a[2]), aZ = _mm_set1_pd(a[3]);
+    const __m128d negFirst = _mm_set_pd(0.0, -0.0), negSecond = _mm_set_pd(-0.0, 0.0);
+    // (W, X) = aW (bW, bX) + (-aX, aX) (bX, bW) + (-aY, aY) (bY, bZ) + (-aZ, -aZ) (bZ, bY)
+    __m128d wx = _mm_mul_pd(aW, bWX);
+    wx = _mm_add_pd(wx, _mm_mul_pd(_mm_xor_pd(aX, negFirst), bXW));
+    wx = _mm_add_pd(wx, _mm_mul_pd(_mm_xor_pd(aY, negFirst), bYZ));
+    wx = _mm_add_pd(wx, _mm_mul_pd(_mm_xor_pd(aZ, _mm_set1_pd(-0.0)), bZY));
+    // (Y, Z) = aW (bY, bZ) + (-aX, aX) (bZ, bY) + (aY, -aY) (bW, bX) + (aZ, aZ) (bX, bW)
+    __m128d yz = _mm_mul_pd(aW, bYZ);
+    yz = _mm_add_pd(yz, _mm_mul_pd(_mm_xor_pd(aX, negFirst), bZY));
+    yz = _mm_add_pd(yz, _mm_mul_pd(_mm_xor_pd(aY, negSecond), bWX));
+    yz = _mm_add_pd(yz, _mm_mul_pd(aZ, bXW));
+    _mm_storeu_pd(r, wx);
+    _mm_storeu_pd(r + 2, yz);
+}
+#endif
+
+}  // namespace math3d_detail
 
 template <typename T>
 class MATH_API C3DQuatTpl {
@@ -117,6 +148,12 @@ public:
     C3DQuatTpl& Mul(const C3DQuatTpl& q, T s) { return Mul(s, q); }
     // this = a b, the Hamilton product: i j = k, j k = i, k i = j, i i = j j = k k = -1.
     C3DQuatTpl& Mul(const C3DQuatTpl& a, const C3DQuatTpl& b) {
+#if defined(__SSE2__)
+        if constexpr (std::is_same<T, double>::value) {
+            math3d_detail::QuatMul(a.GetArray(), b.GetArray(), GetArray());
+            return *this;
+        }
+#endif
         return Set(a.m_W * b.m_W - a.m_X * b.m_X - a.m_Y * b.m_Y - a.m_Z * b.m_Z,
                    a.m_W * b.m_X + a.m_X * b.m_W + a.m_Y * b.m_Z - a.m_Z * b.m_Y,
                    a.m_W * b.m_Y - a.m_X * b.m_Z + a.m_Y * b.m_W + a.m_Z * b.m_X,
@@ -224,7 +261,44 @@ inline void QuatToMat(const C3DQuatTpl<T>& q, C3DRotMatTpl<T>& m) {
 // the division is always by the largest of the four; the result is then normalised. The float
 // instantiation takes the square root in double.
 template <typename T>
-MATH_API void MatToQuat(const C3DRotMatTpl<T>& m, C3DQuatTpl<T>& q);
+inline void MatToQuat(const C3DRotMatTpl<T>& m, C3DQuatTpl<T>& q) {
+    const T* e = m.GetArray();  // element (r, c) at 3 r + c
+    // s = sqrt(v) / 2, the square root taken in double, and f = 1 / (4 s).
+    const auto root = [](T v, T& f) {
+        const T s = T(math3d_detail::Sqrt(double(v)) * 0.5);
+        f = T(0.25) / s;
+        return s;
+    };
+    const T trace = e[0] + e[4] + e[8];
+    const int i = e[4] > e[0] ? (e[8] > e[4] ? 2 : 1) : (e[8] > e[0] ? 2 : 0);
+    T w, x, y, z, f;
+    if (trace > e[4 * i]) {
+        w = root(trace + T(1), f);
+        x = (e[5] - e[7]) * f;
+        y = (e[6] - e[2]) * f;
+        z = (e[1] - e[3]) * f;
+    } else if (i == 0) {
+        // Component i from m_ii - m_jj - m_kk with j = i + 1, k = i + 2 (mod 3); j and k from
+        // the sums m_ij + m_ji and m_ik + m_ki, W from m_jk - m_kj.
+        x = root(e[0] - e[4] - e[8] + T(1), f);
+        y = (e[1] + e[3]) * f;
+        z = (e[2] + e[6]) * f;
+        w = (e[5] - e[7]) * f;
+    } else if (i == 1) {
+        y = root(e[4] - e[8] - e[0] + T(1), f);
+        z = (e[5] + e[7]) * f;
+        x = (e[3] + e[1]) * f;
+        w = (e[6] - e[2]) * f;
+    } else {
+        z = root(e[8] - e[0] - e[4] + T(1), f);
+        x = (e[6] + e[2]) * f;
+        y = (e[7] + e[5]) * f;
+        w = (e[1] - e[3]) * f;
+    }
+    // W >= 0 (-0 is kept), by a factor rather than a branch that would wait for the division.
+    const T sign = w < T(0) ? T(-1) : T(1);
+    q.Set(sign * w, sign * x, sign * y, sign * z).Normalize();
+}
 
 // angle = 2 acos(W) in [0, 2 pi] and axis = (X, Y, Z) / sin(angle / 2). When that sine is below
 // the accurate epsilon (1e-6 float, 1e-12 double) the axis is (0, 0, 0). No sign is adjusted: a
