@@ -7,6 +7,7 @@ int main() {
     std::cout << "math demo\n=========\n";
     DemoVectors();
     DemoMatrices();
+    DemoRotations();
     DemoRootsAndRandom();
     return 0;
 }
