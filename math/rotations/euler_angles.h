@@ -4,8 +4,9 @@
 //
 // A triple always holds the angles about X, Y and Z, in radians, whatever the order; the order
 // applies them about the fixed axes, the first letter first. With row vectors on the left the
-// matrix of order PQR is R_P R_Q R_R, and the quaternion q_R q_Q q_P. The float forms widen to
-// double, compute there and narrow the result.
+// matrix of order PQR is R_P R_Q R_R, and the quaternion q_R q_Q q_P. The float forms of the
+// conversions from angles widen to double, compute there and narrow the result; those to angles
+// compute in float.
 #include "math/foundations/export.h"
 #include "math/matrices/matrix_mn.h"
 #include "math/matrices/rotation_matrix.h"

@@ -4,8 +4,8 @@
 //
 // A plain value: four contiguous components W, X, Y, Z, the scalar part first, no virtual
 // functions, no heap memory; the default constructor gives the identity (1, 0, 0, 0). A unit
-// quaternion (cos(a/2), sin(a/2) u) is the rotation by a radians about the unit axis u; the
-// members never test their input, and Invert is the conjugate, exact for unit quaternions only.
+// quaternion (cos(a/2), sin(a/2) u) is the rotation by a radians about the unit axis u. Nothing
+// reports an error; Invert is the conjugate, exact for unit quaternions only.
 // The four-component vector stores w last, so every exchange with it reorders.
 #include <cmath>
 #include <istream>
