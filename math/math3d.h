@@ -29,6 +29,7 @@
 #include "math/rotations/euler_angles.h"
 #include "math/rotations/euler_target.h"
 #include "math/rotations/quaternion.h"
+#include "math/rotations/rotation.h"
 #include "math/rotations/rotation_order.h"
 
 // Noise tables and random numbers.
