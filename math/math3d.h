@@ -30,6 +30,7 @@
 #include "math/rotations/euler_target.h"
 #include "math/rotations/quaternion.h"
 #include "math/rotations/rotation.h"
+#include "math/rotations/rotation3.h"
 #include "math/rotations/rotation_order.h"
 
 // Noise tables and random numbers.

@@ -29,11 +29,11 @@
 #include "math/vectors/vector3.h"
 
 class MATH_API C3DRotation {
-public:
     using V = C3DVector3Tpl<double>;
     using Q = C3DQuatTpl<double>;
     using R = C3DRotMatTpl<double>;
 
+public:
     // The flag bits.
     static constexpr unsigned char k_PrimaryMask = 3;
     static constexpr unsigned char k_PrimaryQuat = 0;
