@@ -8,6 +8,7 @@ int main() {
     DemoVectors();
     DemoMatrices();
     DemoRotations();
+    DemoRotationClass();
     DemoRootsAndRandom();
     return 0;
 }

@@ -4,4 +4,5 @@
 void DemoVectors();
 void DemoMatrices();
 void DemoRotations();
+void DemoRotationClass();
 void DemoRootsAndRandom();
