@@ -22,8 +22,10 @@
 
 // Matrices.
 #include "math/matrices/matrix33.h"
+#include "math/matrices/matrix44.h"
 #include "math/matrices/matrix_mn.h"
 #include "math/matrices/rotation_matrix.h"
+#include "math/matrices/transformation_matrix.h"
 
 // Rotations.
 #include "math/rotations/rotation_order.h"

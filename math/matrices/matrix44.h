@@ -65,7 +65,7 @@ inline void Mul44(const double* a, const double* b, double* r) {
             l = _mm_add_pd(l, lo[3]);
             h = _mm_add_pd(h, hi[3]);
         }
-        if (Affine) h = _mm_move_sd(_mm_set_sd(i == 3 ? 1.0 : 0.0), h);
+        if (Affine) h = _mm_move_sd(_mm_set_pd(i == 3 ? 1.0 : 0.0, 0.0), h);
         _mm_storeu_pd(r + 4 * i, l);
         _mm_storeu_pd(r + 4 * i + 2, h);
     }
