@@ -25,14 +25,14 @@ T StoredScale(T s) {
 // shifted QR steps, made of Givens rotations, then drive the superdiagonal to zero. Every
 // transformation is accumulated into u (from the left) or v (from the right).
 
-// |a| sqrt(1 + (b / a)^2) with a the larger magnitude: the hypotenuse without overflow.
+// |a| sqrt(1 + (b / a)^2) with a the larger magnitude: the hypotenuse without overflow. Which
+// one is larger is decided without a branch, as it changes from call to call.
 double Hypot(double a, double b) {
-    a = std::fabs(a);
-    b = std::fabs(b);
-    if (a < b) std::swap(a, b);
-    if (a == 0) return 0;
-    const double ratio = b / a;
-    return a * std::sqrt(1 + ratio * ratio);
+    const double large = std::max(std::fabs(a), std::fabs(b));
+    const double small = std::min(std::fabs(a), std::fabs(b));
+    if (large == 0) return 0;
+    const double ratio = small / large;
+    return large * math3d_detail::Sqrt(1 + ratio * ratio);
 }
 
 // The reflection I - tau x' x'^T that takes the n values x onto alpha e_0 with
@@ -55,7 +55,7 @@ bool MakeReflection(const double* x, int n, int stride, Reflection& h) {
         squares += h.v[i] * h.v[i];
     }
     const double head = h.v[0];
-    const double alpha = head >= 0 ? -std::sqrt(squares) : std::sqrt(squares);
+    const double alpha = head >= 0 ? -math3d_detail::Sqrt(squares) : math3d_detail::Sqrt(squares);
     h.v[0] = head - alpha;
     h.tau = 1 / (alpha * (alpha - head));
     h.alpha = alpha * scale;
