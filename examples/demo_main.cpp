@@ -7,6 +7,7 @@ int main() {
     std::cout << "math demo\n=========\n";
     DemoVectors();
     DemoMatrices();
+    DemoAffineDecomposition();
     DemoRootsAndRandom();
     return 0;
 }

@@ -3,4 +3,5 @@
 
 void DemoVectors();
 void DemoMatrices();
+void DemoAffineDecomposition();
 void DemoRootsAndRandom();
