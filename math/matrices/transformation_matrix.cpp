@@ -4,6 +4,15 @@
 #include <cmath>
 #include <limits>
 
+// The Euler conversions come with the rotations subsystem; until it is part of the tree the
+// decomposition leaves half turns in its rotation.
+#if __has_include("math/rotations/euler_angles.h")
+#include "math/rotations/euler_angles.h"
+#define MATH_HAVE_EULER_CONVERSIONS 1
+#else
+#define MATH_HAVE_EULER_CONVERSIONS 0
+#endif
+
 namespace {
 
 using M33 = C3DMatrix33Tpl<double>;
@@ -202,14 +211,27 @@ void ComputeSvd(const double (&a)[3][3], M33& p, double (&s)[3], M33& q) {
 }
 
 // Takes half turns out of p: with (x, y, z) the XYZ Euler angles of p nearest to (0, 0, 0), as long
-// as the angle about Z, then Y, then X is within eps of +-pi, that angle becomes 0, the scales of
-// the two other axes change sign and p is rebuilt from the angles. Each step writes
-// p = p' * H with H the half turn about that axis, a diagonal of two -1 that moves onto s.
-void RemoveHalfTurns(M33& p, double (&s)[3], double eps) {
-    // TODO(issue 4): with the Euler conversions.
+// as the angle about Z, then Y, then X is within eps of +-pi, that angle becomes 0 and the scales
+// of the two other axes change sign; p is then rebuilt from the angles. Each such step writes
+// p = p' * H with H the half turn about that axis, whose diagonal of two -1 moves onto s.
+void RemoveHalfTurns(C3DRotMatTpl<double>& p, double (&s)[3], double eps) {
+#if MATH_HAVE_EULER_CONVERSIONS
+    C3DVector3Tpl<double> angles;
+    F3DMatToEuler(p, angles, E3DROTORDER_XYZ);
+    int axis = 2;
+    for (; axis >= 0 && std::fabs(std::fabs(angles[axis]) - kPi) < eps; --axis) {
+        angles[axis] = 0;
+        for (int i = 0; i < 3; ++i)
+            if (i != axis) s[i] = -s[i];
+    }
+    if (axis < 2) F3DEulerToMat(angles, p, E3DROTORDER_XYZ);
+#else
+    // Without the Euler conversions in the library the half turns stay in p (the product p *
+    // diag(s) is the same either way).
     (void)p;
     (void)s;
     (void)eps;
+#endif
 }
 
 }  // namespace
@@ -324,7 +346,8 @@ void C3DXfoMatTpl<T>::GetAffineDecomposition(C3DRotMatTpl<T>& rotation, C3DXfoMa
     GetTranslation(translation);
 
     // block = p * diag(s) * q; p ends as the rotation, diag(s) * q as rest's linear part.
-    M33 p(C3DInitRequest_DoNotInitialize{}), q(C3DInitRequest_DoNotInitialize{});
+    C3DRotMatTpl<double> p(C3DInitRequest_DoNotInitialize{});
+    M33 q(C3DInitRequest_DoNotInitialize{});
     double s[3];
     ComputeSvd(block, p, s, q);
     for (double& value : s)
@@ -350,7 +373,7 @@ void C3DXfoMatTpl<T>::GetAffineDecomposition(C3DRotMatTpl<T>& rotation, C3DXfoMa
     if (sameMagnitude && negatives == 2) {
         const int positive = s[0] >= 0 ? 0 : (s[1] >= 0 ? 1 : 2);
         negateScale(positive);
-        C3DRotMatTpl<double> halfTurn;
+        C3DRotMatTpl<double> halfTurn;  // the matrix of the Euler triple with pi on that axis
         halfTurn.Set(static_cast<tagE3DAXISTYPE>(positive), kPi);
         q.Mul(halfTurn, q);
     }
