@@ -147,27 +147,26 @@ void QrStep(Svd& svd, int l, int k) {
 
     double x = d[l] * d[l] - shift, y = d[l] * f[l + 1];
     for (int i = l; i < k; ++i) {
-        // Columns i and i + 1, zeroing y against x.
-        double r = Hypot(x, y);
-        double cs = r == 0 ? 1 : x / r, sn = r == 0 ? 0 : y / r;
+        // Columns i and i + 1, zeroing y against x: (c1, s1) = (x, y) / r.
+        const double r = Hypot(x, y);
+        const double c1 = r == 0 ? 1 : x / r, s1 = r == 0 ? 0 : y / r;
         if (i > l) f[i] = r;
-        x = cs * d[i] + sn * f[i + 1];
-        f[i + 1] = cs * f[i + 1] - sn * d[i];
-        y = sn * d[i + 1];
-        d[i + 1] *= cs;
-        Rotate(svd.v, i, i + 1, cs, sn);
-        // Rows i and i + 1, zeroing the bulge y at (i + 1, i) against x at (i, i).
-        r = Hypot(x, y);
-        cs = r == 0 ? 1 : x / r;
-        sn = r == 0 ? 0 : y / r;
-        d[i] = r;
-        x = cs * f[i + 1] + sn * d[i + 1];
-        d[i + 1] = cs * d[i + 1] - sn * f[i + 1];
+        // They leave (x d_i + y f_i+1, y d_i+1) / r in column i of rows i and i + 1, the bulge
+        // below the diagonal. The rotation of rows i and i + 1 that zeroes it depends only on
+        // the numerators, so both hypotenuses are computed side by side.
+        const double nx = r == 0 ? d[i] : x * d[i] + y * f[i + 1], ny = y * d[i + 1];
+        const double h = Hypot(nx, ny);
+        const double c2 = h == 0 ? 1 : nx / h, s2 = h == 0 ? 0 : ny / h;
+        const double fi = c1 * f[i + 1] - s1 * d[i], di = c1 * d[i + 1];
+        d[i] = r == 0 ? h : h / r;
+        x = c2 * fi + s2 * di;
+        d[i + 1] = c2 * di - s2 * fi;
         if (i + 1 < k) {
-            y = sn * f[i + 2];
-            f[i + 2] *= cs;
+            y = s2 * f[i + 2];
+            f[i + 2] *= c2;
         }
-        Rotate(svd.u, i, i + 1, cs, sn);
+        Rotate(svd.v, i, i + 1, c1, s1);
+        Rotate(svd.u, i, i + 1, c2, s2);
     }
     f[k] = x;
 }
