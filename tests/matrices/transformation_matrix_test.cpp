@@ -11,6 +11,10 @@
 #ifdef MATH_HAVE_EIGEN
 #include <Eigen/Dense>
 #endif
+#if __has_include("math/rotations/euler_angles.h")
+#include "math/rotations/euler_angles.h"
+#define MATH_HAVE_EULER_CONVERSIONS
+#endif
 
 namespace {
 
@@ -421,6 +425,35 @@ TYPED_TEST(XfoMatTest, AffineDecompositionOfSpecialBlocks) {
     this->Affine(M33(nan, 1, 0, 0, 1, 0, 0, 0, 1), V(0, 0, 0)).GetAffineDecomposition(p, rest);
     EXPECT_TRUE(std::isnan(rest.Get(0, 0)) || std::isnan(p.Get(0, 0)));
 }
+
+#ifdef MATH_HAVE_EULER_CONVERSIONS
+TEST(XfoMat, DecompositionRotationCarriesNoHalfTurnAboutZ) {
+    // Blocks R1 * D * R2 whose R1 has a half turn as its Z angle, so that the factor of the
+    // singular value decomposition often has one too, before it is taken out.
+    using R = C3DRotMatTpl<double>;
+    using V = C3DVector3Tpl<double>;
+    using M33 = C3DMatrix33Tpl<double>;
+    std::mt19937 rng(13);
+    std::uniform_real_distribution<double> d(-1, 1);
+    for (int n = 0; n < 500; ++n) {
+        R r1, r2;
+        F3DEulerToMat(V(n % 2 ? 0 : d(rng), n % 3 ? 0 : d(rng), kPi), r1, E3DROTORDER_XYZ);
+        F3DEulerToMat(V(d(rng), d(rng), d(rng)), r2, E3DROTORDER_XYZ);
+        if (n % 4 == 0) r2.SetIdentity();
+        const M33 block =
+            M33().Mul(r1, M33().Mul(M33(1 + d(rng) / 2, 0, 0, 0, 2.5, 0, 0, 0, -4), r2));
+        C3DXfoMatTpl<double> m, rest;
+        m.Set(block);
+        R p;
+        m.GetAffineDecomposition(p, rest);
+        V angles;
+        F3DMatToEuler(p, angles, E3DROTORDER_XYZ);
+        EXPECT_GT(std::fabs(std::fabs(angles.z) - kPi), 1e-12) << n;
+        const M33 product = M33().Mul(p, M33(3, 3, rest));
+        EXPECT_EQ(AreAlmostEqual(product, block, 1e-12 * 4), 1) << n;
+    }
+}
+#endif
 
 #ifdef MATH_HAVE_EIGEN
 TEST(XfoMat, DecompositionScalesAreEigensSingularValues) {
