@@ -8,9 +8,6 @@
 #include <limits>
 #include <random>
 
-#ifdef MATH_HAVE_EIGEN
-#include <Eigen/Dense>
-#endif
 #if __has_include("math/rotations/euler_angles.h")
 #include "math/rotations/euler_angles.h"
 #define MATH_HAVE_EULER_CONVERSIONS
@@ -22,22 +19,20 @@ constexpr double kPi = 3.141592653589793;
 
 template <typename T>
 class XfoMatTest : public testing::Test {
-protected:
+public:
     using X = C3DXfoMatTpl<T>;
     using R = C3DRotMatTpl<T>;
     using M33 = C3DMatrix33Tpl<T>;
     using V = C3DVector3Tpl<T>;
     static constexpr bool kDouble = std::is_same<T, double>::value;
-    static constexpr double kTol = kDouble ? 1e-12 : 2e-5;
+    static constexpr T kTol = kDouble ? T(1e-12) : T(2e-5);
 
     // A product of elementary rotations, proper and orthonormal.
     static R RandomRotation(std::mt19937& rng) {
         std::uniform_real_distribution<double> angle(-kPi, kPi);
-        R x, y, z;
-        x.Set(E3DAXIS_X, T(angle(rng)));
-        y.Set(E3DAXIS_Y, T(angle(rng)));
-        z.Set(E3DAXIS_Z, T(angle(rng)));
-        return R().Mul(x, y).Mul(z);
+        R r, axis;
+        for (int a = 0; a < 3; ++a) r.Mul(axis.Set(tagE3DAXISTYPE(a), T(angle(rng))));
+        return r;
     }
     // Magnitudes in [0.1, 10], each negative with the given probability.
     static V RandomScale(std::mt19937& rng, double negative = 0.5) {
@@ -48,47 +43,42 @@ protected:
         return s;
     }
     static M33 Diagonal(const V& s) { return M33(s.x, 0, 0, 0, s.y, 0, 0, 0, s.z); }
-    static X Affine(const M33& linear, const V& t) {
-        X m;
-        m.Set(linear).SetTranslation(t);
-        return m;
-    }
+    static X Affine(const M33& linear, const V& t) { return X().Set(linear).SetTranslation(t); }
     static M33 Linear(const X& m) { return M33(3, 3, m); }
-    static void ExpectNear(const M33& a, const M33& b, double tol, const char* what) {
-        for (int k = 0; k < 9; ++k) EXPECT_NEAR(a.GetArray()[k], b.GetArray()[k], tol) << what;
-    }
-    static void ExpectNear(const V& a, const V& b, double tol, const char* what) {
-        for (int k = 0; k < 3; ++k) EXPECT_NEAR(a[k], b[k], tol) << what;
+    // Decomposes m and checks what the result promises: p proper and orthonormal, rest free of
+    // shear with consistent bits and m's translation, and p * rest's linear part = m's to tol.
+    static void ExpectDecomposes(const X& m, R& p, X& rest, T tol, int n) {
+        m.GetAffineDecomposition(p, rest);
+        EXPECT_EQ(AreAlmostEqual(M33().MulRegByTrans(p, p), R(), 10 * kTol), 1) << n;
+        EXPECT_NEAR(p.GetDet(), 1, 10 * kTol) << n;
+        EXPECT_EQ(AreAlmostEqual(M33().Mul(p, Linear(rest)), Linear(m), tol), 1) << n;
+        const M33 gram = M33().MulRegByTrans(Linear(rest), Linear(rest));  // row dot products
+        for (int i = 0, j = 1; i < 3; ++i, j = (i + 1) % 3)
+            EXPECT_NEAR(gram.Get(i, j), 0, 10 * kTol * std::sqrt(gram.Get(i, i) * gram.Get(j, j)));
+        EXPECT_EQ(rest.ValidateSclSignBits(), 1) << n;
+        EXPECT_TRUE(rest.Get(3, 0) == m.Get(3, 0) && rest.Get(3, 2) == m.Get(3, 2)) << n;
     }
 };
 using Precisions = testing::Types<float, double>;
 TYPED_TEST_SUITE(XfoMatTest, Precisions);
 
-TYPED_TEST(XfoMatTest, SignBitsLeaveTheRestOfTheMaskByte) {
+TYPED_TEST(XfoMatTest, SignBitsScalingAndRotation) {
     using X = typename TestFixture::X;
     using V = typename TestFixture::V;
     X m;
-    EXPECT_TRUE(m.IsExactlyIdentity());
-    EXPECT_EQ(m.GetMaskInfo(), 0);
+    EXPECT_TRUE(m.IsExactlyIdentity() && m.GetMaskInfo() == 0);
+    // The bits are 2, 4, 8 of the byte; the others are kept.
     m.SetMaskInfo(0xF1);
-    EXPECT_EQ(m.SetSclSignBits(0xFF).GetMaskInfo(), 0xFF);
-    EXPECT_EQ(m.NegSclSignCount(), 3);
+    EXPECT_EQ(m.SetSclSignBits(0xFF).NegSclSignCount(), 3);
     EXPECT_EQ(m.ClearSclSignBits().GetMaskInfo(), 0xF1);
     EXPECT_EQ(m.XORSclSignBits(0x06, 0x0C).GetSclSignBits(), 0x0A);
-    EXPECT_EQ(m.NegSclSignCount(), 2);
     EXPECT_EQ(m.SetSclSignBits(V(-1, 0, TypeParam(-0.0))).GetMaskInfo(), 0xF3);  // -0 is not < 0
     EXPECT_EQ(m.ComputeSignBits(), 0);
     EXPECT_EQ(m.GetMaskInfo(), 0xF1);
-}
 
-TYPED_TEST(XfoMatTest, ScalingAndRotationFollowTheBitsAndTheirParity) {
-    using X = typename TestFixture::X;
-    using R = typename TestFixture::R;
-    using M33 = typename TestFixture::M33;
-    using V = typename TestFixture::V;
-    X m = this->Affine(M33(-2, 0, 0, 0, 3, 0, 0, 0, 4), V(1, 2, 3));
-    EXPECT_EQ(m.ComputeSignBits(), 14);
     // Inconsistent bits (an even count for a negative determinant) count the clear axes.
+    m = this->Affine(this->Diagonal(V(-2, 3, 4)), V(1, 2, 3));
+    EXPECT_EQ(m.ComputeSignBits(), 14);
     const struct {
         unsigned char bits;
         int consistent;
@@ -99,95 +89,81 @@ TYPED_TEST(XfoMatTest, ScalingAndRotationFollowTheBitsAndTheirParity) {
                  {0, 0, V(-2, -3, -4), V(1, -1, -1)},
                  {12, 0, V(-2, 3, 4), V(1, 1, 1)}};
     for (const auto& c : cases) {
-        m.SetSclSignBits(c.bits);
-        EXPECT_EQ(m.ValidateSclSignBits(), c.consistent) << int(c.bits);
         V s;
-        R r;
-        m.GetScaling(s);
+        typename TestFixture::R r;
+        m.SetSclSignBits(c.bits).GetScaling(s);
         m.GetRotation(r);
+        EXPECT_EQ(m.ValidateSclSignBits(), c.consistent) << int(c.bits);
         EXPECT_EQ(s, c.scale) << int(c.bits);
         EXPECT_EQ(r, this->Diagonal(c.rotation)) << int(c.bits);
     }
-    // AreAlmostEqual compares the bits as well.
+    // AreAlmostEqual compares the bits as well, operator== does not.
     X other = m;
     EXPECT_EQ(AreAlmostEqual(m, other), 1);
     EXPECT_EQ(AreAlmostEqual(m, other.SetSclSignBits(14)), 0);
     EXPECT_TRUE(m == other);
-
-    // A null row: the lower bound 1e-12, and a null row of the rotation.
-    const X flat = this->Affine(M33(0, 0, 0, 0, 1, 0, 0, 0, 1), V(0, 0, 0));
     V s;
-    R r;
-    flat.GetScaling(s);
-    flat.GetRotation(r);
-    EXPECT_EQ(s, V(TypeParam(1e-12), 1, 1));
-    EXPECT_EQ(r, M33(0, 0, 0, 0, 1, 0, 0, 0, 1));
+    m.SetRow(0, 0, 0, 0, 0).GetScaling(s);
+    EXPECT_EQ(std::fabs(s.x), TypeParam(1e-12));  // the lower bound, for a null row
 }
 
 TYPED_TEST(XfoMatTest, SetScalingReplacesTinyScalesByTwoDifferentValues) {
     using X = typename TestFixture::X;
-    using R = typename TestFixture::R;
     using V = typename TestFixture::V;
     using T = TypeParam;
     std::mt19937 rng(7);
     X m;
     m.SetRotation(this->RandomRotation(rng)).SetTranslation(V(5, 6, 7));
-    R r;
+    typename TestFixture::R r;
     m.GetRotation(r);
+    const T small = T(9.999999974752427e-07);
     const struct {
         V scale, factors;
         unsigned char bits;
-    } cases[] = {
-        {V(0, T(-1e-13), T(1e-13)),
-         V(T(9.999999974752427e-07), T(-1e-12), T(9.999999974752427e-07)), 4},
-        {V(T(-0.0), T(1e-12), T(-1e-12)), V(T(9.999999974752427e-07), T(1e-12), T(-1e-12)), 8}};
+    } cases[] = {{V(0, T(-1e-13), T(1e-13)), V(small, T(-1e-12), small), 4},
+                 {V(T(-0.0), T(1e-12), T(-1e-12)), V(small, T(1e-12), T(-1e-12)), 8}};
     for (const auto& c : cases) {
         X scaled = m;
-        scaled.SetScaling(c.scale);
-        EXPECT_EQ(scaled.GetSclSignBits(), c.bits);
-        for (int i = 0; i < 3; ++i)
-            for (int j = 0; j < 3; ++j) EXPECT_EQ(scaled.Get(i, j), c.factors[i] * r.Get(i, j));
-        V t;
-        scaled.GetTranslation(t);
-        EXPECT_EQ(t, V(5, 6, 7));
-        EXPECT_EQ(C3DVector4Tpl<T>().Mul(C3DVector4Tpl<T>(0, 0, 0, 1), scaled),
-                  C3DVector4Tpl<T>(5, 6, 7, 1));
+        EXPECT_EQ(scaled.SetScaling(c.scale).GetSclSignBits(), c.bits);
+        for (int k = 0; k < 9; ++k)
+            EXPECT_EQ(scaled.Get(k / 3, k % 3), c.factors[k / 3] * r.Get(k / 3, k % 3));
+        // The translation and column 3 are kept.
+        using V4 = C3DVector4Tpl<T>;
+        EXPECT_EQ(V4().Mul(V4(0, 0, 0, 1), scaled), V4(5, 6, 7, 1));
     }
 }
 
 TYPED_TEST(XfoMatTest, ScalingAndRotationRoundTrip) {
     using X = typename TestFixture::X;
     using R = typename TestFixture::R;
-    using M33 = typename TestFixture::M33;
     using V = typename TestFixture::V;
     std::mt19937 rng(8);
-    const double tol = 100 * this->kTol;
+    const TypeParam tol = 100 * this->kTol;
     for (int n = 0; n < 200; ++n) {
         const V s = this->RandomScale(rng), t = this->RandomScale(rng), k = this->RandomScale(rng);
         const R r = this->RandomRotation(rng), r2 = this->RandomRotation(rng);
         X m;
         m.SetTranslation(t).SetScalingAndRotation(s, r);
-        // The linear part is diag(s) * r, the bits the signs of s.
-        this->ExpectNear(this->Linear(m), M33().Mul(this->Diagonal(s), r), tol, "diag(s) r");
+        // The linear part is diag(s) * r, the bits those of the signs of s.
+        const typename TestFixture::M33 product =
+            typename TestFixture::M33().Mul(this->Diagonal(s), r);
+        EXPECT_EQ(AreAlmostEqual(this->Linear(m), product, tol), 1);
         EXPECT_EQ(m.GetSclSignBits(), X().SetSclSignBits(s).GetSclSignBits());
-        V scaling, translation;
-        R rotation;
-        const auto expect = [&](const V& es, const R& er, const char* what) {
-            m.GetScaling(scaling);
-            m.GetRotation(rotation);
-            m.GetTranslation(translation);
-            this->ExpectNear(scaling, es, tol, what);
-            this->ExpectNear(rotation, er, tol, what);
-            EXPECT_EQ(translation, t) << what;
-            EXPECT_EQ(m.ValidateSclSignBits(), 1) << what;
+        const auto expect = [&](const V& scale, const R& rotation) {
+            V ms;
+            R mr;
+            m.GetScaling(ms);
+            m.GetRotation(mr);
+            EXPECT_TRUE(AreAlmostEqual(ms, scale, tol) && AreAlmostEqual(mr, rotation, tol)) << n;
+            EXPECT_EQ(m.Get(3, 1), t.y);
         };
-        expect(s, r, "SetScalingAndRotation");
+        expect(s, r);
         m.SetRotation(r2);
-        expect(s, r2, "SetRotation");
+        expect(s, r2);
         m.AddScaling(k);
-        expect(V(s).MulComp(k), r2, "AddScaling");
+        expect(V(s).MulComp(k), r2);
         m.SetScaling(s);
-        expect(s, r2, "SetScaling");
+        expect(s, r2);
     }
 }
 
@@ -195,61 +171,48 @@ TYPED_TEST(XfoMatTest, EveryOperationLeavesConsistentBits) {
     using X = typename TestFixture::X;
     using R = typename TestFixture::R;
     using M33 = typename TestFixture::M33;
-    using V = typename TestFixture::V;
     using T = TypeParam;
-    struct Args {
-        const X& other;
-        V s;
-        R r;  // proper or not
-    };
-    const std::pair<const char*, std::function<void(X&, const Args&)>> operations[] = {
-        {"Set(3x3)", [](X& m, const Args& a) { m.Set(M33(3, 3, a.other)); }},
-        {"SetWithTranspose", [](X& m, const Args& a) { m.SetWithTranspose(M33(3, 3, a.other)); }},
-        {"Set(T[3][3])",
-         [](X& m, const Args& a) {
-             T v[3][3];
-             for (int k = 0; k < 9; ++k) v[k / 3][k % 3] = a.other.Get(k / 3, k % 3);
-             m.Set(v);
-         }},
+    X other;
+    typename TestFixture::V s;
+    R r, u;  // r proper or not
+    const std::pair<const char*, std::function<void(X&)>> operations[] = {
+        {"Set(3x3)", [&](X& m) { m.Set(M33(3, 3, other)); }},
+        {"SetWithTranspose", [&](X& m) { m.SetWithTranspose(M33(3, 3, other)); }},
         {"Set(T[4][4])",
-         [](X& m, const Args& a) {
+         [&](X& m) {
              T v[4][4];
-             for (int k = 0; k < 16; ++k) v[k / 4][k % 4] = a.other.Get(k / 4, k % 4);
+             for (int k = 0; k < 16; ++k) v[k / 4][k % 4] = other.Get(k / 4, k % 4);
              m.Set(v);
          }},
-        {"SetRow", [](X& m, const Args& a) { m.SetRow(1, a.s.x, a.s.y, a.s.z, 0); }},
-        {"SetCol", [](X& m, const Args& a) { m.SetCol(0, C3DVector4Tpl<T>(a.s, 1)); }},
-        {"SetScaling", [](X& m, const Args& a) { m.SetScaling(a.s); }},
-        {"SetRotation", [](X& m, const Args& a) { m.SetRotation(a.r); }},
-        {"SetScalingAndRotation", [](X& m, const Args& a) { m.SetScalingAndRotation(a.s, a.r); }},
-        {"AddScaling", [](X& m, const Args& a) { m.AddScaling(a.s); }},
-        {"Mul(a, b)", [](X& m, const Args& a) { m.Mul(a.other, m); }},
-        {"Mul(m)", [](X& m, const Args& a) { m.Mul(a.other); }},
-        {"Invert", [](X& m, const Args&) { m.Invert(); }},
-        {"Transpose", [](X& m, const Args& a) { m.Transpose(a.other); }},
-        {"GetAffineDecomposition",
-         [](X& m, const Args& a) {
-             R rotation;
-             a.other.GetAffineDecomposition(rotation, m);
-         }},
+        {"SetRow", [&](X& m) { m.SetRow(1, s.x, s.y, s.z, 0); }},
+        {"SetCol", [&](X& m) { m.SetCol(0, C3DVector4Tpl<T>(s, 1)); }},
+        {"SetScaling", [&](X& m) { m.SetScaling(s); }},
+        {"SetRotation", [&](X& m) { m.SetRotation(r); }},
+        {"SetScalingAndRotation", [&](X& m) { m.SetScalingAndRotation(s, r); }},
+        {"AddScaling", [&](X& m) { m.AddScaling(s); }},
+        {"Mul(a, b)", [&](X& m) { m.Mul(other, m); }},
+        {"Mul(m)", [&](X& m) { m.Mul(other); }},
+        {"Invert", [&](X& m) { m.Invert(); }},
+        {"Transpose", [&](X& m) { m.Transpose(other); }},
+        {"GetAffineDecomposition", [&](X& m) { other.GetAffineDecomposition(u, m); }},
     };
     std::mt19937 rng(9);
     std::uniform_real_distribution<double> d(-1, 1);
     std::uniform_int_distribution<int> bits(0, 7);
     const auto random = [&] {
         X m;
-        for (int i = 0; i < 4; ++i)
-            for (int j = 0; j < 3; ++j) m.Set(i, j, T(d(rng)));
+        for (int k = 0; k < 12; ++k) m.Set(k / 3, k % 3, T(d(rng)));
         return m.SetSclSignBits(static_cast<unsigned char>(2 * bits(rng)));  // consistent or not
     };
     for (int n = 0; n < 100; ++n) {
-        const X start = random(), other = random();
-        R r = this->RandomRotation(rng);
+        const X start = random();
+        other = random();
+        s = this->RandomScale(rng);
+        r = this->RandomRotation(rng);
         if (n % 2) r.Negate();
-        const Args args{other, this->RandomScale(rng), r};
         for (const auto& operation : operations) {
             X m = start;
-            operation.second(m, args);
+            operation.second(m);
             EXPECT_EQ(m.ValidateSclSignBits(), 1) << operation.first << " " << n;
         }
     }
@@ -257,9 +220,9 @@ TYPED_TEST(XfoMatTest, EveryOperationLeavesConsistentBits) {
 
 TYPED_TEST(XfoMatTest, AffineFormOperations) {
     using X = typename TestFixture::X;
-    using M33 = typename TestFixture::M33;
     using V = typename TestFixture::V;
     using M44 = C3DMatrix44Tpl<TypeParam>;
+    const TypeParam tol = 100 * this->kTol;
     std::mt19937 rng(10);
     for (int n = 0; n < 100; ++n) {
         X a, b;
@@ -268,121 +231,74 @@ TYPED_TEST(XfoMatTest, AffineFormOperations) {
         b.SetTranslation(this->RandomScale(rng))
             .SetScalingAndRotation(this->RandomScale(rng), this->RandomRotation(rng));
         // The product of affine matrices is their 4x4 product; the bits combine by parity.
-        X ab;
-        ab.Mul(a, b);
+        const X ab = X().Mul(a, b);
         EXPECT_EQ(static_cast<const M44&>(ab), M44().Mul(a, b));
         EXPECT_EQ(ab.GetSclSignBits(), a.GetSclSignBits() ^ b.GetSclSignBits());
-        EXPECT_NEAR(a.GetDet33(), a.GetDet(), 100 * this->kTol * std::fabs(a.GetDet()));
-
+        EXPECT_NEAR(a.GetDet33(), a.GetDet(), tol * std::fabs(a.GetDet()));
         X inverse = a;
         ASSERT_EQ(inverse.Invert(), 1);
-        EXPECT_TRUE(X().Mul(a, inverse).IsIdentity(TypeParam(100 * this->kTol)));
-        EXPECT_TRUE(X().Mul(inverse, a).IsIdentity(TypeParam(100 * this->kTol)));
+        EXPECT_TRUE(X().Mul(a, inverse).IsIdentity(tol) && X().Mul(inverse, a).IsIdentity(tol));
         EXPECT_EQ(inverse.GetSclSignBits(), a.GetSclSignBits());
-
-        X transposed;
-        transposed.Transpose(a);
-        EXPECT_EQ(this->Linear(transposed), M33(this->Linear(a)).Transpose());
-        EXPECT_EQ(transposed.Get(3, 1), a.Get(3, 1));
-
-        // Points: v * linear + translation.
-        const V v = this->RandomScale(rng), image = V().Mul(v, a);
-        for (int j = 0; j < 3; ++j)
-            EXPECT_NEAR(image[j],
-                        v.x * a.Get(0, j) + v.y * a.Get(1, j) + v.z * a.Get(2, j) + a.Get(3, j),
-                        100 * this->kTol);
+        EXPECT_EQ(this->Linear(X().Transpose(a)), this->Linear(a).Transpose());
     }
     // A singular linear part: 0, the matrix kept.
-    const X singular = this->Affine(M33(1, 2, 3, 2, 4, 6, 0, 0, 1), V(1, 1, 1));
+    const X singular =
+        this->Affine(typename TestFixture::M33(1, 2, 3, 2, 4, 6, 0, 0, 1), V(1, 1, 1));
     X kept = singular;
     EXPECT_EQ(kept.Invert(), 0);
     EXPECT_TRUE(kept == singular);
-    // Column 3 takes no part in the affine tests and is rewritten by affine results; a zero
-    // coordinate skips its row, infinite or not.
+    // Column 3 takes no part in the affine tests and comes out of affine results as (0, 0, 0, 1);
+    // a point starts from the translation and skips the row of a zero coordinate, infinite or not.
     X projective;
-    projective.SetCol(3, 1, 2, 3, 4);
-    EXPECT_TRUE(projective.IsExactlyIdentity() && projective.IsIdentity() && projective == X());
+    projective.SetCol(3, 1, 2, 3, 4).SetTranslation(V(1, 1, 1));
+    EXPECT_FALSE(projective.IsIdentity() || projective.IsNull(TypeParam(0.5)));
+    EXPECT_TRUE(projective.SetTranslation(V(0, 0, 0)).IsExactlyIdentity() && projective == X());
     EXPECT_FALSE(static_cast<const M44&>(projective) == X());
-    EXPECT_TRUE(X(projective).Mul(X()).IsExactlyIdentity());
-    EXPECT_EQ(X().Mul(projective, X()).Get(2, 3), 0);
-    projective.SetRow(0, std::numeric_limits<TypeParam>::infinity(), 0, 0, 0);
-    EXPECT_EQ(V().Mul(V(0, 2, 3), projective), V(0, 2, 3));
-    X null;
-    null.SetNull();
-    EXPECT_FALSE(X().IsNull(TypeParam(0.5)));
-    EXPECT_TRUE(null.SetCol(3, 1, 1, 1, 1).IsNull(0));
+    EXPECT_TRUE(X().Mul(projective, projective).IsExactlyIdentity());
+    projective.SetRow(0, std::numeric_limits<TypeParam>::infinity(), 0, 0, 0)
+        .SetTranslation(V(1, 1, 1));
+    EXPECT_EQ(V().Mul(V(0, 2, 3), projective), V(1, 3, 4));
 }
 
 // --- affine decomposition -----------------------------------------------------------------------
 
 TYPED_TEST(XfoMatTest, AffineDecompositionReproducesTheBlock) {
-    using X = typename TestFixture::X;
     using R = typename TestFixture::R;
     using M33 = typename TestFixture::M33;
     using V = typename TestFixture::V;
     using T = TypeParam;
-    using Build = std::function<M33(std::mt19937&)>;
-    const auto rotation = [this](std::mt19937& rng) { return M33(this->RandomRotation(rng)); };
-    const auto scaled = [this, rotation](std::mt19937& rng, double negative) {
-        return M33().Mul(this->Diagonal(this->RandomScale(rng, negative)), rotation(rng));
+    const auto rotation = [](std::mt19937& rng) { return M33(TestFixture::RandomRotation(rng)); };
+    const auto scaled = [&](std::mt19937& rng, double negative, const V& extra) {
+        return M33().Mul(this->Diagonal(V(this->RandomScale(rng, negative)).MulComp(extra)),
+                         rotation(rng));
     };
-    const T smallest = this->kDouble ? T(1e-9) : T(1e-4);
-    const std::pair<const char*, Build> families[] = {
+    const V one(1, 1, 1), small(1, T(0.5), this->kDouble ? T(1e-9) : T(1e-4));
+    const std::pair<const char*, std::function<M33(std::mt19937&)>> families[] = {
         {"uniform", [&](std::mt19937& rng) { return rotation(rng).Mul(this->RandomScale(rng).x); }},
-        {"non-uniform", [&](std::mt19937& rng) { return scaled(rng, 0); }},
-        {"mirrored on one axis",
-         [&](std::mt19937& rng) {
-             return M33().Mul(M33(-1, 0, 0, 0, 1, 0, 0, 0, 1), scaled(rng, 0));
-         }},
-        {"mirrored on three axes", [&](std::mt19937& rng) { return scaled(rng, 1); }},
-        {"sheared", [&](std::mt19937& rng) { return M33().Mul(rotation(rng), scaled(rng, 0.5)); }},
+        {"non-uniform", [&](std::mt19937& rng) { return scaled(rng, 0, one); }},
+        {"mirrored on one axis", [&](std::mt19937& rng) { return scaled(rng, 0, V(-1, 1, 1)); }},
+        {"mirrored on three axes", [&](std::mt19937& rng) { return scaled(rng, 1, one); }},
+        {"sheared",
+         [&](std::mt19937& rng) { return M33().Mul(rotation(rng), scaled(rng, 0.5, one)); }},
         {"near-singular",
-         [&](std::mt19937& rng) {
-             return M33().Mul(rotation(rng),
-                              M33().Mul(this->Diagonal(V(1, T(0.5), smallest)), rotation(rng)));
-         }},
+         [&](std::mt19937& rng) { return M33().Mul(rotation(rng), scaled(rng, 0, small)); }},
         {"general",
-         [&](std::mt19937& rng) {
-             std::uniform_real_distribution<double> d(-1, 1);
-             M33 m;
-             for (int k = 0; k < 9; ++k) m.GetArray()[k] = T(d(rng));
-             return m;
-         }},
+         [&](std::mt19937& rng) { return M33(rotation(rng)).Add(M33(rotation(rng)).Mul(2)); }},
     };
     std::mt19937 rng(11);
     for (const auto& family : families) {
-        const bool uniform = &family == &families[0];
+        SCOPED_TRACE(family.first);
         for (int n = 0; n < 200; ++n) {
             const M33 block = family.second(rng);
-            const V t = this->RandomScale(rng);
-            const X m = this->Affine(block, t);
-            R p;
-            X rest;
-            m.GetAffineDecomposition(p, rest);
-            // p proper and orthonormal.
-            this->ExpectNear(M33().MulRegByTrans(p, p), R(), 10 * this->kTol, family.first);
-            EXPECT_NEAR(p.GetDet(), 1, 10 * this->kTol) << family.first;
-            // block = p * rest's linear part, to the relative tolerance.
             T size = 0;
             for (int k = 0; k < 9; ++k) size = std::max(size, std::fabs(block.GetArray()[k]));
-            this->ExpectNear(M33().Mul(p, this->Linear(rest)), block, this->kTol * size,
-                             family.first);
-            // rest: rows orthogonal (no shear), consistent bits, the same translation.
-            const M33 linear = this->Linear(rest);
-            for (int i = 0; i < 3; ++i) {
-                const V ri(linear.Get(i, 0), linear.Get(i, 1), linear.Get(i, 2));
-                const V rj(linear.Get((i + 1) % 3, 0), linear.Get((i + 1) % 3, 1),
-                           linear.Get((i + 1) % 3, 2));
-                EXPECT_NEAR(ri * rj, 0, 10 * this->kTol * ri.GetLength() * rj.GetLength())
-                    << family.first;
-            }
-            EXPECT_EQ(rest.ValidateSclSignBits(), 1) << family.first;
-            V translation;
-            rest.GetTranslation(translation);
-            EXPECT_EQ(translation, t);
+            R p;
+            typename TestFixture::X rest;
+            this->ExpectDecomposes(this->Affine(block, this->RandomScale(rng)), p, rest,
+                                   this->kTol * size, n);
             // A uniform scale splits off no rotation (in single precision the rounding of a
             // larger scale can exceed the absolute tolerance of that test).
-            EXPECT_TRUE(!uniform || !this->kDouble || p == R()) << n;
+            EXPECT_TRUE(&family != &families[0] || !this->kDouble || p == R()) << n;
         }
     }
 }
@@ -395,31 +311,23 @@ TYPED_TEST(XfoMatTest, AffineDecompositionOfSpecialBlocks) {
     const TypeParam eps = C3DTolerance<TypeParam>::k_Accurate;
     R p;
     X rest;
-    // An axis-aligned block splits off no rotation; the mirror leaves all three axes negative.
-    const X diagonal = this->Affine(M33(-2, 0, 0, 0, 3, 0, 0, 0, 4), V(1, 2, 3));
+    // An axis-aligned block splits off no rotation; its mirror makes all three scales negative.
+    const X diagonal = this->Affine(this->Diagonal(V(-2, 3, 4)), V(1, 2, 3));
     diagonal.GetAffineDecomposition(p, rest);
-    EXPECT_EQ(p, R());
-    EXPECT_TRUE(rest == diagonal);
-    EXPECT_EQ(rest.GetSclSignBits(), 14);
-    // rest may be the matrix itself.
-    X self = diagonal;
+    EXPECT_TRUE(p == R() && rest == diagonal && rest.GetSclSignBits() == 14);
+    X self = diagonal;  // rest may be the matrix itself
     self.GetAffineDecomposition(p, self);
     EXPECT_TRUE(self == diagonal);
-    // Singular values below eps are raised to it: a null block gives the scale eps on every axis,
-    // a rank-deficient one is reproduced to within eps.
-    this->Affine(M33(), V(0, 0, 0)).GetAffineDecomposition(p, rest);
-    EXPECT_EQ(p, R());
+    // Singular values below eps are raised to it: a null block gets the scale eps on every
+    // axis, a rank-deficient one is reproduced to within eps.
     V s;
+    this->Affine(M33(), V(0, 0, 0)).GetAffineDecomposition(p, rest);
     rest.GetScaling(s);
-    this->ExpectNear(s, V(eps, eps, eps), this->kTol * eps, "null block");
+    EXPECT_TRUE(p == R() && AreAlmostEqual(s, V(eps, eps, eps), this->kTol * eps));
     const M33 blocks[] = {M33(1, 2, 3, 2, 4, 6, 0, 1, 0), M33(0, 0, 0, 1, 2, 3, 4, 5, 6),
                           M33(1, 0, 0, 0, 0, 0, 0, 0, 2), M33(0, 1, 0, 0, 0, 1, 0, 0, 0)};
-    for (const M33& block : blocks) {
-        this->Affine(block, V(0, 0, 0)).GetAffineDecomposition(p, rest);
-        EXPECT_NEAR(p.GetDet(), 1, 10 * this->kTol);
-        this->ExpectNear(M33().Mul(p, this->Linear(rest)), block, 2 * eps + 10 * this->kTol,
-                         "rank-deficient");
-    }
+    for (const M33& block : blocks)
+        this->ExpectDecomposes(this->Affine(block, V(0, 0, 0)), p, rest, 2 * eps, 0);
     // Non-finite input ends (the iteration is bounded) and spreads NaN.
     const TypeParam nan = std::numeric_limits<TypeParam>::quiet_NaN();
     this->Affine(M33(nan, 1, 0, 0, 1, 0, 0, 0, 1), V(0, 0, 0)).GetAffineDecomposition(p, rest);
@@ -436,43 +344,16 @@ TEST(XfoMat, DecompositionRotationCarriesNoHalfTurnAboutZ) {
     std::mt19937 rng(13);
     std::uniform_real_distribution<double> d(-1, 1);
     for (int n = 0; n < 500; ++n) {
-        R r1, r2;
+        R r1, r2, p;
         F3DEulerToMat(V(n % 2 ? 0 : d(rng), n % 3 ? 0 : d(rng), kPi), r1, E3DROTORDER_XYZ);
         F3DEulerToMat(V(d(rng), d(rng), d(rng)), r2, E3DROTORDER_XYZ);
         if (n % 4 == 0) r2.SetIdentity();
-        const M33 block =
-            M33().Mul(r1, M33().Mul(M33(1 + d(rng) / 2, 0, 0, 0, 2.5, 0, 0, 0, -4), r2));
         C3DXfoMatTpl<double> m, rest;
-        m.Set(block);
-        R p;
-        m.GetAffineDecomposition(p, rest);
+        m.Set(M33().Mul(r1, M33().Mul(M33(1 + d(rng) / 2, 0, 0, 0, 2.5, 0, 0, 0, -4), r2)));
+        XfoMatTest<double>::ExpectDecomposes(m, p, rest, 4e-12, n);
         V angles;
         F3DMatToEuler(p, angles, E3DROTORDER_XYZ);
         EXPECT_GT(std::fabs(std::fabs(angles.z) - kPi), 1e-12) << n;
-        const M33 product = M33().Mul(p, M33(3, 3, rest));
-        EXPECT_EQ(AreAlmostEqual(product, block, 1e-12 * 4), 1) << n;
-    }
-}
-#endif
-
-#ifdef MATH_HAVE_EIGEN
-TEST(XfoMat, DecompositionScalesAreEigensSingularValues) {
-    std::mt19937 rng(12);
-    std::uniform_real_distribution<double> d(-1, 1);
-    for (int n = 0; n < 200; ++n) {
-        C3DXfoMatTpl<double> m;
-        Eigen::Matrix3d e;
-        for (int i = 0; i < 3; ++i)
-            for (int j = 0; j < 3; ++j) m.Set(i, j, e(i, j) = d(rng));
-        C3DRotMatTpl<double> p;
-        C3DXfoMatTpl<double> rest;
-        m.GetAffineDecomposition(p, rest);
-        C3DVector3Tpl<double> s;
-        rest.GetScaling(s);
-        double ours[3] = {std::fabs(s.x), std::fabs(s.y), std::fabs(s.z)};
-        std::sort(ours, ours + 3, std::greater<double>());
-        const Eigen::Vector3d reference = Eigen::JacobiSVD<Eigen::Matrix3d>(e).singularValues();
-        for (int i = 0; i < 3; ++i) EXPECT_NEAR(ours[i], reference(i), 1e-12 * reference(0)) << n;
     }
 }
 #endif
