@@ -29,7 +29,7 @@ T StoredScale(T s) {
 
 // --- singular value decomposition of a 3x3 matrix (Golub-Kahan-Reinsch) --------------------------
 //
-// a = u * diag(w) * transpose(v) with u, v orthogonal and w >= 0, unsorted. Householder
+// a = u * diag(d) * transpose(v) with u, v orthogonal and d >= 0, unsorted. Householder
 // reflections bring a to upper bidiagonal form (diagonal d, superdiagonal f[1], f[2]); implicitly
 // shifted QR steps, made of Givens rotations, then drive the superdiagonal to zero. Every
 // transformation is accumulated into u (from the left) or v (from the right).

@@ -7,10 +7,11 @@
 // mirrored axis, so that a negative scaling can be read back from the matrix. The other bits of
 // the byte are kept by every operation here.
 //
-// The bits are consistent when (determinant < 0) equals (an odd number of them is set). Every
-// operation that writes the linear part or builds the matrix from others leaves them consistent;
-// when they are not, an axis counts as mirrored exactly when its bit is clear, which gives the
-// same scaling as flipping all three.
+// The bits are consistent when (4x4 determinant < 0) equals (an odd number of them is set). Every
+// member of this class that writes the linear part or builds the matrix from others leaves them
+// consistent (the inherited element and arithmetic members do not look at them); when they are
+// not, an axis counts as mirrored exactly when its bit is clear, which gives the same scaling as
+// flipping all three.
 #include "math/matrices/matrix44.h"
 #include "math/matrices/rotation_matrix.h"
 
@@ -34,7 +35,7 @@ public:
     explicit C3DXfoMatTpl(const C3DInitRequest_DoNotInitialize& request) : Base(request) {}
 
     // The 4x4 members not redefined below: element access, Set of sixteen values or of another
-    // matrix (values and mask byte copied as they are), arithmetic, the 4x4 inverse.
+    // matrix (values and mask byte copied as they are), arithmetic, TransposeInverse.
     using Base::Mul;
     using Base::Set;
     using Base::SetCol;
