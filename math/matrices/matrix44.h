@@ -52,8 +52,9 @@ inline void Mul44(const double* a, const double* b, double* r) {
     }
     for (int i = 0; i < 4; ++i) {
         const double* row = a + 4 * i;
-        const __m128d c0 = _mm_set1_pd(row[0]), c1 = _mm_set1_pd(row[1]);
-        const __m128d c2 = _mm_set1_pd(row[2]), c3 = _mm_set1_pd(row[3]);
+        const __m128d r01 = _mm_loadu_pd(row), r23 = _mm_loadu_pd(row + 2);
+        const __m128d c0 = _mm_unpacklo_pd(r01, r01), c1 = _mm_unpackhi_pd(r01, r01);
+        const __m128d c2 = _mm_unpacklo_pd(r23, r23), c3 = _mm_unpackhi_pd(r23, r23);
         __m128d l = _mm_add_pd(_mm_mul_pd(c0, lo[0]), _mm_mul_pd(c1, lo[1]));
         __m128d h = _mm_add_pd(_mm_mul_pd(c0, hi[0]), _mm_mul_pd(c1, hi[1]));
         l = _mm_add_pd(l, _mm_mul_pd(c2, lo[2]));
