@@ -1,0 +1,53 @@
+// The transform engine for every x86-64 processor: SSE2, one complex value per register.
+#include <emmintrin.h>
+
+#include "math/signal/fft_engine.h"
+
+namespace {
+
+struct V {
+    using R = __m128d;
+    static constexpr int W = 1;
+    static R Load(const double* p) { return _mm_loadu_pd(p); }
+    static void Store(double* p, R v) { _mm_storeu_pd(p, v); }
+    static R Add(R a, R b) { return _mm_add_pd(a, b); }
+    static R Sub(R a, R b) { return _mm_sub_pd(a, b); }
+    static R Set(const struct Cx& c0, const struct Cx& c1);
+    // S i (x + i y) = (-S y, S x).
+    template <int S>
+    static R MulI(R v) {
+        const R swapped = _mm_shuffle_pd(v, v, 1);
+        return _mm_xor_pd(swapped, S > 0 ? _mm_set_pd(0.0, -0.0) : _mm_set_pd(-0.0, 0.0));
+    }
+    static R CMul(R a, R t) {
+        const R re = _mm_unpacklo_pd(a, a), im = _mm_unpackhi_pd(a, a);
+        const R cross = _mm_xor_pd(_mm_mul_pd(im, _mm_shuffle_pd(t, t, 1)), _mm_set_pd(0.0, -0.0));
+        return _mm_add_pd(_mm_mul_pd(re, t), cross);
+    }
+    template <int S>
+    static void Last4(const R* x, double* out);
+    static void Last2(double* p) {
+        const R x = Load(p), y = Load(p + 2);
+        Store(p, Add(x, y));
+        Store(p + 2, Sub(x, y));
+    }
+};
+
+#include "math/signal/fft_engine_impl.inc"
+
+inline V::R V::Set(const Cx& c0, const Cx&) { return _mm_set_pd(c0.im, c0.re); }
+
+template <int S>
+inline void V::Last4(const R* x, double* out) {
+    R a = x[0], b = x[1], c = x[2], d = x[3];
+    Butterfly<S>(a, b, c, d);
+    Store(out, a);
+    Store(out + 2, b);
+    Store(out + 4, c);
+    Store(out + 6, d);
+}
+
+}  // namespace
+
+#define MATH_FFT_ISA sse2
+#include "math/signal/fft_engine_entry.inc"
