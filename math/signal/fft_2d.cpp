@@ -12,9 +12,9 @@ namespace fft = math3d_detail::fft;
 namespace math3d_detail {
 namespace fft {
 
-double* WorkArea(double* t, int size, const char* message) {
+double* WorkArea(double* t, long long size, const char* message) {
     if (t) return t;
-    double* own = new (std::nothrow) double[size];
+    double* own = new (std::nothrow) double[size_t(size)];
     if (!own) {
         std::fputs(message, stderr);
         std::exit(1);
@@ -27,13 +27,13 @@ void ReleaseWorkArea(double* own, const double* given) {
 }
 
 // Doubles of t a complex column pass needs: up to four columns of 'length' complex values.
-int ComplexColumnsArea(int length, int rowDoubles) {
-    return 2 * length * (rowDoubles >= 8 ? 4 : rowDoubles / 2);
+long long ComplexColumnsArea(int length, int rowDoubles) {
+    return 2LL * length * (rowDoubles >= 8 ? 4 : rowDoubles / 2);
 }
 
 // Doubles of t a real column pass needs: up to four columns of 'length' values.
-int RealColumnsArea(int length, int rowDoubles) {
-    return length * (rowDoubles >= 4 ? 4 : rowDoubles);
+long long RealColumnsArea(int length, int rowDoubles) {
+    return 1LL * length * (rowDoubles >= 4 ? 4 : rowDoubles);
 }
 
 // Untangles (forward) or re-tangles the pair of cells c and m = its mirror, whose first two
@@ -76,9 +76,9 @@ void cdft2d(int n1, int n2, int isgn, double** a, double* t, int* ip, double* w)
     n1 = fft::FloorPow2(n1);
     n2 = fft::FloorPow2(n2);
     if (n1 < 1 || n2 < 2) return;
-    fft::EnsureTwiddles(n1 > n2 / 2 ? 2 * n1 : n2, ip, w);
     double* work =
         fft::WorkArea(t, fft::ComplexColumnsArea(n1, n2), "fft2d memory allocation error\n");
+    fft::EnsureTwiddles(n1 > n2 / 2 ? 2LL * n1 : n2, ip, w);
     for (int i = 0; i < n1; ++i) fft::ComplexDft(n2, isgn, a[i], ip, w);
     cdft2d_sub(n1, n2, isgn, a, work, ip, w);
     fft::ReleaseWorkArea(work, t);
@@ -88,10 +88,10 @@ void rdft2d(int n1, int n2, int isgn, double** a, double* t, int* ip, double* w)
     n1 = fft::FloorPow2(n1);
     n2 = fft::FloorPow2(n2);
     if (n1 < 2 || n2 < 2) return;
-    fft::EnsureTwiddles(n1 > n2 / 2 ? 2 * n1 : n2, ip, w);
-    fft::EnsureCosines(n2, 4, ip, w);
     double* work =
         fft::WorkArea(t, fft::ComplexColumnsArea(n1, n2), "fft2d memory allocation error\n");
+    fft::EnsureTwiddles(n1 > n2 / 2 ? 2LL * n1 : n2, ip, w);
+    fft::EnsureCosines(n2, 4, ip, w);
     if (isgn >= 0) {
         for (int i = 0; i < n1; ++i) fft::RealDft(n2, isgn, a[i], ip, w);
         cdft2d_sub(n1, n2, isgn, a, work, ip, w);
@@ -143,10 +143,10 @@ void CosSin2d(int n1, int n2, int isgn, bool sine, double** a, double* t, int* i
     n2 = fft::FloorPow2(n2);
     if (n1 < 2 || n2 < 2) return;
     const int longest = n1 > n2 ? n1 : n2;
-    fft::EnsureTwiddles(longest, ip, w);
-    fft::EnsureCosines(longest, 1, ip, w);
     double* work =
         fft::WorkArea(t, fft::RealColumnsArea(n1, n2), "fft2d memory allocation error\n");
+    fft::EnsureTwiddles(longest, ip, w);
+    fft::EnsureCosines(longest, 1, ip, w);
     for (int i = 0; i < n1; ++i) fft::CosSinDft(n2, isgn, sine, a[i], ip, w);
     ddxt2d_sub(n1, n2, sine ? 1 : 0, isgn, a, work, ip, w);
     fft::ReleaseWorkArea(work, t);

@@ -73,8 +73,8 @@ void cdft3d(int n1, int n2, int n3, int isgn, double*** a, double* t, int* ip, d
     n2 = fft::FloorPow2(n2);
     n3 = fft::FloorPow2(n3);
     if (n1 < 1 || n2 < 1 || n3 < 2) return;
-    fft::EnsureTwiddles(Max(Max(2 * n1, 2 * n2), n3), ip, w);
     double* work = fft::WorkArea(t, fft::ComplexColumnsArea(Max(n1, n2), n3), kMessage);
+    fft::EnsureTwiddles(2LL * Max(n1, n2) > n3 ? 2LL * Max(n1, n2) : n3, ip, w);
     xdft3da_sub(n1, n2, n3, 0, isgn, a, work, ip, w);
     cdft3db_sub(n1, n2, n3, isgn, a, work, ip, w);
     fft::ReleaseWorkArea(work, t);
@@ -85,9 +85,9 @@ void rdft3d(int n1, int n2, int n3, int isgn, double*** a, double* t, int* ip, d
     n2 = fft::FloorPow2(n2);
     n3 = fft::FloorPow2(n3);
     if (n1 < 2 || n2 < 2 || n3 < 2) return;
-    fft::EnsureTwiddles(Max(Max(2 * n1, 2 * n2), n3), ip, w);
-    fft::EnsureCosines(n3, 4, ip, w);
     double* work = fft::WorkArea(t, fft::ComplexColumnsArea(Max(n1, n2), n3), kMessage);
+    fft::EnsureTwiddles(2LL * Max(n1, n2) > n3 ? 2LL * Max(n1, n2) : n3, ip, w);
+    fft::EnsureCosines(n3, 4, ip, w);
     if (isgn >= 0) {
         xdft3da_sub(n1, n2, n3, 1, isgn, a, work, ip, w);
         cdft3db_sub(n1, n2, n3, isgn, a, work, ip, w);
@@ -143,9 +143,9 @@ void CosSin3d(int n1, int n2, int n3, int isgn, bool sine, double*** a, double* 
     n3 = fft::FloorPow2(n3);
     if (n1 < 2 || n2 < 2 || n3 < 2) return;
     const int longest = Max(Max(n1, n2), n3);
+    double* work = fft::WorkArea(t, fft::RealColumnsArea(Max(n1, n2), n3), kMessage);
     fft::EnsureTwiddles(longest, ip, w);
     fft::EnsureCosines(longest, 1, ip, w);
-    double* work = fft::WorkArea(t, fft::RealColumnsArea(Max(n1, n2), n3), kMessage);
     ddxt3da_sub(n1, n2, n3, sine ? 1 : 0, isgn, a, work, ip, w);
     ddxt3db_sub(n1, n2, n3, sine ? 1 : 0, isgn, a, work, ip, w);
     fft::ReleaseWorkArea(work, t);

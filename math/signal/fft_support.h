@@ -1,4 +1,5 @@
 #pragma once
+#include <cstddef>
 // Shared pieces of the transform kernels (internal, not exported): the table rules and the
 // one-dimensional transforms on tables already built, for the 2D and 3D routines and the
 // DCT-I / DST-I recursion.
@@ -12,8 +13,8 @@ int FloorPow2(int n);
 // Builds the twiddle table when the transform needs one of 'length' doubles and w holds a
 // smaller one (length > 4 ip[0]); builds the cosine table when 'length' / divisor values are
 // needed and w holds fewer (length > divisor ip[1]).
-void EnsureTwiddles(int length, int* ip, double* w);
-void EnsureCosines(int length, int divisor, int* ip, double* w);
+void EnsureTwiddles(long long length, int* ip, double* w);
+void EnsureCosines(long long length, int divisor, int* ip, double* w);
 
 // The 1D transforms of fft_kernels.h on powers of two >= 2 with the tables in place (twiddles
 // at w, ip[0] doubles; cosines at w + ip[0], ip[1] doubles).
@@ -24,12 +25,12 @@ void CosSinDft(int n, int isgn, bool sine, double* a, const int* ip, const doubl
 
 // The work area t of the 2D and 3D routines: t itself, or one allocated here when t is null (on
 // failure: message to the standard error stream, exit status 1). ReleaseWorkArea frees it.
-double* WorkArea(double* t, int size, const char* message);
+double* WorkArea(double* t, long long size, const char* message);
 void ReleaseWorkArea(double* own, const double* given);
 // Doubles of t that a column pass needs over columns of 'length' values, rows of rowDoubles
 // doubles: up to four complex (resp. real) columns at a time.
-int ComplexColumnsArea(int length, int rowDoubles);
-int RealColumnsArea(int length, int rowDoubles);
+long long ComplexColumnsArea(int length, int rowDoubles);
+long long RealColumnsArea(int length, int rowDoubles);
 // The folded k = 0 / k = n/2 transforms of the real 2D and 3D DFT: cell c and its mirror m hold
 // C = P0 + i Ph in their first two doubles; forward (isgn >= 0) leaves P0 in c and (Im, Re) of
 // Ph at the mirror in m, backward restores C.
@@ -45,14 +46,15 @@ void ComplexColumns(int length, int rowDoubles, int isgn, Row row, double* t, in
     for (int j = 0; j < rowDoubles; j += group) {
         for (int i = 0; i < length; ++i)
             for (int c = 0; c < group; c += 2) {
-                t[c * length + 2 * i] = row(i)[j + c];
-                t[c * length + 2 * i + 1] = row(i)[j + c + 1];
+                t[size_t(c) * length + 2 * i] = row(i)[j + c];
+                t[size_t(c) * length + 2 * i + 1] = row(i)[j + c + 1];
             }
-        for (int c = 0; c < group; c += 2) ComplexDft(2 * length, isgn, t + c * length, ip, w);
+        for (int c = 0; c < group; c += 2)
+            ComplexDft(2 * length, isgn, t + size_t(c) * length, ip, w);
         for (int i = 0; i < length; ++i)
             for (int c = 0; c < group; c += 2) {
-                row(i)[j + c] = t[c * length + 2 * i];
-                row(i)[j + c + 1] = t[c * length + 2 * i + 1];
+                row(i)[j + c] = t[size_t(c) * length + 2 * i];
+                row(i)[j + c + 1] = t[size_t(c) * length + 2 * i + 1];
             }
     }
 }
@@ -63,10 +65,11 @@ void RealColumns(int length, int rowDoubles, int isgn, bool sine, Row row, doubl
     const int group = rowDoubles >= 4 ? 4 : rowDoubles;
     for (int j = 0; j < rowDoubles; j += group) {
         for (int i = 0; i < length; ++i)
-            for (int c = 0; c < group; ++c) t[c * length + i] = row(i)[j + c];
-        for (int c = 0; c < group; ++c) CosSinDft(length, isgn, sine, t + c * length, ip, w);
+            for (int c = 0; c < group; ++c) t[size_t(c) * length + i] = row(i)[j + c];
+        for (int c = 0; c < group; ++c)
+            CosSinDft(length, isgn, sine, t + size_t(c) * length, ip, w);
         for (int i = 0; i < length; ++i)
-            for (int c = 0; c < group; ++c) row(i)[j + c] = t[c * length + i];
+            for (int c = 0; c < group; ++c) row(i)[j + c] = t[size_t(c) * length + i];
     }
 }
 

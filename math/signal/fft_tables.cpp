@@ -87,12 +87,12 @@ int FloorPow2(int n) {
     return p;
 }
 
-void EnsureTwiddles(int length, int* ip, double* w) {
-    if (length > 4 * ip[0]) makewt(length >> 2, ip, w);
+void EnsureTwiddles(long long length, int* ip, double* w) {
+    if (length > 4LL * ip[0]) makewt(int(length >> 2), ip, w);
 }
 
-void EnsureCosines(int length, int divisor, int* ip, double* w) {
-    if (length > divisor * ip[1]) makect(length / divisor, ip, w + ip[0]);
+void EnsureCosines(long long length, int divisor, int* ip, double* w) {
+    if (length > 1LL * divisor * ip[1]) makect(int(length / divisor), ip, w + ip[0]);
 }
 
 }  // namespace fft

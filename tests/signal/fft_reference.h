@@ -23,6 +23,13 @@ inline Cplx Turn(long long num, long long den) {
     return {std::cos(x), std::sin(x)};
 }
 
+// exp(i 2 pi m / den) for m = 0..den-1.
+inline std::vector<Cplx> Roots(long long den) {
+    std::vector<Cplx> r(den);
+    for (long long m = 0; m < den; ++m) r[m] = Turn(m, den);
+    return r;
+}
+
 inline Vec Random(int n, unsigned seed) {
     std::mt19937 rng(seed);
     std::uniform_real_distribution<double> d(-1, 1);
@@ -45,10 +52,12 @@ constexpr double kTol = 1e-13;
 // --- one dimension (the layouts of fft_kernels.h) ---------------------------------------------
 inline Vec Cdft(int n, int s, const Vec& a) {
     const int N = n / 2;
+    const auto roots = Roots(N);
     Vec r(n);
     for (int k = 0; k < N; ++k) {
         Cplx sum = 0;
-        for (int j = 0; j < N; ++j) sum += Cplx(a[2 * j], a[2 * j + 1]) * Turn(s * 1LL * j * k, N);
+        for (int j = 0; j < N; ++j)
+            sum += Cplx(a[2 * j], a[2 * j + 1]) * roots[(N + s * (1LL * j * k % N)) % N];
         r[2 * k] = double(sum.real());
         r[2 * k + 1] = double(sum.imag());
     }
@@ -56,11 +65,12 @@ inline Vec Cdft(int n, int s, const Vec& a) {
 }
 
 inline Vec Rdft(int n, int s, const Vec& a) {
+    const auto roots = Roots(n);
     Vec r(n);
     if (s >= 0) {
         for (int k = 0; k <= n / 2; ++k) {
             Cplx sum = 0;
-            for (int j = 0; j < n; ++j) sum += Cplx(a[j]) * Turn(1LL * j * k, n);
+            for (int j = 0; j < n; ++j) sum += Cplx(a[j]) * roots[1LL * j * k % n];
             if (k == 0)
                 r[0] = double(sum.real());
             else if (k == n / 2)
@@ -74,7 +84,7 @@ inline Vec Rdft(int n, int s, const Vec& a) {
         for (int j = 0; j < n; ++j) {
             long double v = (a[0] + (j % 2 ? -a[1] : a[1])) / 2.0L;
             for (int k = 1; k < n / 2; ++k) {
-                const Cplx e = Turn(1LL * j * k, n);
+                const Cplx e = roots[1LL * j * k % n];
                 v += a[2 * k] * e.real() + a[2 * k + 1] * e.imag();
             }
             r[j] = double(v);
@@ -100,11 +110,12 @@ inline Vec Ddct(int n, int s, const Vec& a) {
 }
 
 inline Vec Ddst(int n, int s, const Vec& a) {
+    const auto q = Roots(4LL * n);
     Vec r(n);
     if (s < 0) {
         for (int k = 1; k <= n; ++k) {
             long double v = 0;
-            for (int j = 0; j < n; ++j) v += a[j] * QuarterSin((2LL * j + 1) * k, n);
+            for (int j = 0; j < n; ++j) v += a[j] * q[(2LL * j + 1) * k % (4 * n)].imag();
             r[k % n] = double(v);
         }
     } else {
@@ -119,20 +130,22 @@ inline Vec Ddst(int n, int s, const Vec& a) {
 }
 
 inline Vec Dfct(int n, const Vec& a) {
+    const auto q = Roots(2LL * n);
     Vec r(n + 1);
     for (int k = 0; k <= n; ++k) {
         long double v = 0;
-        for (int j = 0; j <= n; ++j) v += a[j] * Turn(1LL * j * k, 2LL * n).real();
+        for (int j = 0; j <= n; ++j) v += a[j] * q[1LL * j * k % (2 * n)].real();
         r[k] = double(v);
     }
     return r;
 }
 
 inline Vec Dfst(int n, const Vec& a) {
+    const auto q = Roots(2LL * n);
     Vec r(n, 0.0);
     for (int k = 1; k < n; ++k) {
         long double v = 0;
-        for (int j = 1; j < n; ++j) v += a[j] * Turn(1LL * j * k, 2LL * n).imag();
+        for (int j = 1; j < n; ++j) v += a[j] * q[1LL * j * k % (2 * n)].imag();
         r[k] = double(v);
     }
     return r;
