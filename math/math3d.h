@@ -14,3 +14,8 @@
 
 // Vectors.
 #include "math/vectors/vector3.h"
+
+// Signal processing.
+#include "math/signal/dsp_signal.h"
+#include "math/signal/dsp_transform.h"
+#include "math/signal/fft_kernels.h"
