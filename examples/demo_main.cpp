@@ -6,5 +6,6 @@
 int main() {
     std::cout << "math demo\n=========\n";
     DemoVectors();
+    DemoSignal();
     return 0;
 }

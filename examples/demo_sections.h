@@ -2,3 +2,4 @@
 // The demo is a tour of typical requests, one section per capability.
 
 void DemoVectors();
+void DemoSignal();

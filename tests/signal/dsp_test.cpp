@@ -9,7 +9,7 @@
 
 #if defined(__SANITIZE_ADDRESS__)
 // Let the failure paths see a null allocation instead of a sanitizer report.
-extern "C" const char* __asan_default_options() {
+extern "C" __attribute__((visibility("default"))) const char* __asan_default_options() {
     return "allocator_may_return_null=1:max_allocation_size_mb=1024";
 }
 #endif
