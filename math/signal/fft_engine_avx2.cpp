@@ -27,7 +27,10 @@ struct V {
         return _mm256_fmaddsub_pd(a, re, _mm256_mul_pd(_mm256_permute_pd(a, 0x5), im));
     }
     template <int S>
-    static void Last4(const R* x, double* out);
+    static void Last4(const R* x, R* y);
+    static void StoreLane(double* p, R v, int lane) {
+        _mm_storeu_pd(p, lane == 0 ? _mm256_castpd256_pd128(v) : _mm256_extractf128_pd(v, 1));
+    }
     // (x0 + x1, x0 - x1) from the register (x0, x1).
     static void Last2(double* p) {
         const R v = Load(p), swapped = _mm256_permute2f128_pd(v, v, 1);
@@ -43,13 +46,13 @@ inline V::R V::Set(const Cx& c0, const Cx& c1) { return _mm256_set_pd(c1.im, c1.
 // (v0 + v2, v1 + v3) and (v0 - v2, v1 - v3); regrouping the 128-bit halves finishes the
 // butterfly, and the outputs leave in the order v0', v2', v1', v3'.
 template <int S>
-inline void V::Last4(const R* x, double* out) {
+inline void V::Last4(const R* x, R* y) {
     const R s = Add(x[0], x[1]), d = Sub(x[0], x[1]);
     const R lo = _mm256_permute2f128_pd(s, d, 0x20), hi = _mm256_permute2f128_pd(s, d, 0x31);
     const R turned = _mm256_blend_pd(hi, MulI<S>(hi), 0xC);
     const R plus = Add(lo, turned), minus = Sub(lo, turned);
-    Store(out, _mm256_permute2f128_pd(plus, minus, 0x20));
-    Store(out + 4, _mm256_permute2f128_pd(plus, minus, 0x31));
+    y[0] = _mm256_permute2f128_pd(plus, minus, 0x20);
+    y[1] = _mm256_permute2f128_pd(plus, minus, 0x31);
 }
 
 }  // namespace

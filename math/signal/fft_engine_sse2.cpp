@@ -25,7 +25,8 @@ struct V {
         return _mm_add_pd(_mm_mul_pd(re, t), cross);
     }
     template <int S>
-    static void Last4(const R* x, double* out);
+    static void Last4(const R* x, R* y);
+    static void StoreLane(double* p, R v, int) { Store(p, v); }
     static void Last2(double* p) {
         const R x = Load(p), y = Load(p + 2);
         Store(p, Add(x, y));
@@ -38,13 +39,12 @@ struct V {
 inline V::R V::Set(const Cx& c0, const Cx&) { return _mm_set_pd(c0.im, c0.re); }
 
 template <int S>
-inline void V::Last4(const R* x, double* out) {
-    R a = x[0], b = x[1], c = x[2], d = x[3];
-    Butterfly<S>(a, b, c, d);
-    Store(out, a);
-    Store(out + 2, b);
-    Store(out + 4, c);
-    Store(out + 6, d);
+inline void V::Last4(const R* x, R* y) {
+    y[0] = x[0];
+    y[1] = x[1];
+    y[2] = x[2];
+    y[3] = x[3];
+    Butterfly<S>(y[0], y[1], y[2], y[3]);
 }
 
 }  // namespace
