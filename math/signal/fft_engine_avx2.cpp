@@ -26,6 +26,9 @@ struct V {
         const R re = _mm256_movedup_pd(t), im = _mm256_permute_pd(t, 0xF);
         return _mm256_fmaddsub_pd(a, re, _mm256_mul_pd(_mm256_permute_pd(a, 0x5), im));
     }
+    static R CMulSplit(R a, R re, R im) {
+        return _mm256_fmaddsub_pd(a, re, _mm256_mul_pd(_mm256_permute_pd(a, 0x5), im));
+    }
     template <int S>
     static void Last4(const R* x, R* y);
     static void StoreLane(double* p, R v, int lane) {

@@ -24,6 +24,10 @@ struct V {
         const R cross = _mm_xor_pd(_mm_mul_pd(im, _mm_shuffle_pd(t, t, 1)), _mm_set_pd(0.0, -0.0));
         return _mm_add_pd(_mm_mul_pd(re, t), cross);
     }
+    static R CMulSplit(R a, R re, R im) {
+        const R cross = _mm_xor_pd(_mm_mul_pd(_mm_shuffle_pd(a, a, 1), im), _mm_set_pd(0.0, -0.0));
+        return _mm_add_pd(_mm_mul_pd(a, re), cross);
+    }
     template <int S>
     static void Last4(const R* x, R* y);
     static void StoreLane(double* p, R v, int) { Store(p, v); }
