@@ -9,6 +9,7 @@
 #include <cstring>
 #include <map>
 #include <memory>
+#include <new>
 #include <vector>
 
 #include "math/signal/fft_kernels.h"
@@ -24,8 +25,22 @@
 
 namespace {
 
-std::vector<double> Signal(size_t n) {
-    std::vector<double> v(n);
+// Arrays aligned on cache lines, as FFTW's own allocator gives.
+template <typename T>
+struct Aligned {
+    using value_type = T;
+    Aligned() = default;
+    template <typename U>
+    Aligned(const Aligned<U>&) {}
+    T* allocate(size_t n) { return static_cast<T*>(::operator new(n * sizeof(T), std::align_val_t(64))); }
+    void deallocate(T* p, size_t) { ::operator delete(p, std::align_val_t(64)); }
+    bool operator==(const Aligned&) const { return true; }
+    bool operator!=(const Aligned&) const { return false; }
+};
+using Doubles = std::vector<double, Aligned<double>>;
+
+Doubles Signal(size_t n) {
+    Doubles v(n);
     for (size_t i = 0; i < n; ++i) v[i] = double((i * 7919) % 1000) / 1000.0 - 0.5;
     return v;
 }
@@ -33,7 +48,7 @@ std::vector<double> Signal(size_t n) {
 // Tables of our kernels, built by one call before the timing.
 struct OurTables {
     std::vector<int> ip;
-    std::vector<double> w, t;
+    Doubles w, t;
     explicit OurTables(int n) : ip(2 + 2048, 0), w(2 * size_t(n)), t(8 * size_t(n)) {}
 };
 
@@ -50,28 +65,28 @@ void Loop(benchmark::State& state, double* data, Body body) {
 // --- ours ---------------------------------------------------------------------------------------
 void Cdft_ours(benchmark::State& state) {
     const int n = 2 * int(state.range(0));
-    std::vector<double> a = Signal(n);
+    Doubles a = Signal(n);
     OurTables tb(n);
     cdft(n, -1, a.data(), tb.ip.data(), tb.w.data());
     Loop(state, a.data(), [&] { cdft(n, -1, a.data(), tb.ip.data(), tb.w.data()); });
 }
 void Rdft_ours(benchmark::State& state) {
     const int n = int(state.range(0));
-    std::vector<double> a = Signal(n);
+    Doubles a = Signal(n);
     OurTables tb(n);
     rdft(n, 1, a.data(), tb.ip.data(), tb.w.data());
     Loop(state, a.data(), [&] { rdft(n, 1, a.data(), tb.ip.data(), tb.w.data()); });
 }
 void Ddct_ours(benchmark::State& state) {
     const int n = int(state.range(0));
-    std::vector<double> a = Signal(n);
+    Doubles a = Signal(n);
     OurTables tb(n);
     ddct(n, -1, a.data(), tb.ip.data(), tb.w.data());
     Loop(state, a.data(), [&] { ddct(n, -1, a.data(), tb.ip.data(), tb.w.data()); });
 }
 void Rdft2d_ours(benchmark::State& state) {
     const int n = 512;
-    std::vector<double> a = Signal(size_t(n) * n);
+    Doubles a = Signal(size_t(n) * n);
     std::vector<double*> rows(n);
     for (int i = 0; i < n; ++i) rows[i] = &a[size_t(i) * n];
     OurTables tb(n);
@@ -95,7 +110,7 @@ FftwCase& Planned(const char* kind, int size, size_t doubles, MakePlan make) {
         c.data = static_cast<double*>(fftw_malloc(sizeof(double) * doubles));
         c.plan = make(c.data);  // FFTW_MEASURE overwrites the array
     }
-    const std::vector<double> v = Signal(doubles);
+    const Doubles v = Signal(doubles);
     std::memcpy(c.data, v.data(), sizeof(double) * doubles);
     return c;
 }
@@ -133,7 +148,7 @@ void Rdft2d_fftw(benchmark::State& state) {
 // --- KissFFT (single precision) -------------------------------------------------------------
 #ifdef MATH_HAVE_KISSFFT
 std::vector<float> FloatSignal(size_t n) {
-    const std::vector<double> v = Signal(n);
+    const Doubles v = Signal(n);
     return std::vector<float>(v.begin(), v.end());
 }
 void Cdft_kissfft(benchmark::State& state) {

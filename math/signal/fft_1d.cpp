@@ -10,25 +10,6 @@
 namespace math3d_detail {
 namespace fft {
 
-// Real-transform step between the complex transform of z[m] = a[2m] + i a[2m+1] and the
-// spectrum of a: for 0 < k < n/4, y = (1 + i s exp(s i theta)) / 2 (X1 - conj X2), theta =
-// 2 pi k / n, X1 -= y, X2 += conj y, where s = +1 after the forward transform and s = -1 before
-// the inverse one.
-template <int S>
-void RealSplit(int n, double* a, int nc, const double* c) {
-    const int ks = 4 * nc / n;
-    for (int k = 1, kk = ks; 4 * k < n; ++k, kk += ks) {
-        const int j = 2 * k;
-        const double wr = 0.5 - c[nc - kk], wi = S * c[kk];
-        const double dr = a[j] - a[n - j], di = a[j + 1] + a[n - j + 1];
-        const double yr = wr * dr - wi * di, yi = wr * di + wi * dr;
-        a[j] -= yr;
-        a[j + 1] -= yi;
-        a[n - j] += yr;
-        a[n - j + 1] -= yi;
-    }
-}
-
 namespace {
 
 // Unshuffle moves element 2i + b to b n/2 + i (a rotation of the index bits, which is a bit
@@ -146,14 +127,14 @@ void RealDft(int n, int isgn, double* a, const int* ip, const double* w) {
     const double* c = w + nw;
     if (isgn >= 0) {
         if (n > 2) Complex(a, n / 2, 1, w, nw);
-        if (n > 4) RealSplit<1>(n, a, nc, c);
+        if (n > 4) RealSplit(a, n, 1, nc, c);
         const double x = a[0] - a[1];
         a[0] += a[1];
         a[1] = x;
     } else {
         a[1] = 0.5 * (a[0] - a[1]);
         a[0] -= a[1];
-        if (n > 4) RealSplit<-1>(n, a, nc, c);
+        if (n > 4) RealSplit(a, n, -1, nc, c);
         if (n > 2) Complex(a, n / 2, -1, w, nw);
     }
 }
@@ -182,8 +163,14 @@ void CosSinDft(int n, int isgn, bool sine, double* a, const int* ip, const doubl
 
 namespace fft = math3d_detail::fft;
 
-void rftfsub(int n, double* a, int nc, double* c) { fft::RealSplit<1>(n, a, nc, c); }
-void rftbsub(int n, double* a, int nc, double* c) { fft::RealSplit<-1>(n, a, nc, c); }
+void rftfsub(int n, double* a, int nc, double* c) {
+    n = fft::FloorPow2(n);
+    if (n >= 8) fft::RealSplit(a, n, 1, nc, c);
+}
+void rftbsub(int n, double* a, int nc, double* c) {
+    n = fft::FloorPow2(n);
+    if (n >= 8) fft::RealSplit(a, n, -1, nc, c);
+}
 
 namespace {
 // (a[j], a[n - j]) <- (u a[j] + v a[n - j], v a[j] - u a[n - j]) with u, v = (cos -/+ sin)/2 of

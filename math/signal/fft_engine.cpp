@@ -34,6 +34,9 @@ int Passes(double* a, int count, int block, int sign, const double* w, int nw) {
 void Leaf16(double* a, int count, int sign, const double* w, int nw) {
     UseAvx2() ? avx2::Leaf16(a, count, sign, w, nw) : sse2::Leaf16(a, count, sign, w, nw);
 }
+void RealSplit(double* a, int n, int sign, int nc, const double* c) {
+    UseAvx2() ? avx2::RealSplit(a, n, sign, nc, c) : sse2::RealSplit(a, n, sign, nc, c);
+}
 void BitReverseComplex(double* a, int count) {
     UseAvx2() ? avx2::BitReverseComplex(a, count) : sse2::BitReverseComplex(a, count);
 }

@@ -31,6 +31,10 @@ int Passes(double* a, int count, int block, int sign, const double* w, int nw);
 // The last two radix-4 stages of every block of 16 values of count values (count >= 16).
 void Leaf16(double* a, int count, int sign, const double* w, int nw);
 
+// The step between the complex transform of n/2 values and the real spectrum of n doubles
+// (sign +1 after the forward transform, -1 before the inverse one); nc >= n/4 cosines in c.
+void RealSplit(double* a, int n, int sign, int nc, const double* c);
+
 // Bit reversal of count complex values (16-byte elements) and of count doubles.
 void BitReverseComplex(double* a, int count);
 void BitReverseReal(double* a, int count);
@@ -44,6 +48,7 @@ void BitReverseReal(double* a, int count);
     void Radix2Pass(double* a, int count, int sign, const double* w, int nw);       \
     int Passes(double* a, int count, int block, int sign, const double* w, int nw); \
     void Leaf16(double* a, int count, int sign, const double* w, int nw);           \
+    void RealSplit(double* a, int n, int sign, int nc, const double* c);            \
     void BitReverseComplex(double* a, int count);                                   \
     void BitReverseReal(double* a, int count);                                      \
     }

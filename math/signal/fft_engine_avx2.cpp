@@ -26,6 +26,8 @@ struct V {
         const R re = _mm256_movedup_pd(t), im = _mm256_permute_pd(t, 0xF);
         return _mm256_fmaddsub_pd(a, re, _mm256_mul_pd(_mm256_permute_pd(a, 0x5), im));
     }
+    static R Swap(R v) { return _mm256_permute2f128_pd(v, v, 1); }
+    static R Conj(R v) { return _mm256_xor_pd(v, _mm256_set_pd(-0.0, 0.0, -0.0, 0.0)); }
     static R CMulSplit(R a, R re, R im) {
         return _mm256_fmaddsub_pd(a, re, _mm256_mul_pd(_mm256_permute_pd(a, 0x5), im));
     }

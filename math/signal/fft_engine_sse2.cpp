@@ -24,6 +24,8 @@ struct V {
         const R cross = _mm_xor_pd(_mm_mul_pd(im, _mm_shuffle_pd(t, t, 1)), _mm_set_pd(0.0, -0.0));
         return _mm_add_pd(_mm_mul_pd(re, t), cross);
     }
+    static R Swap(R v) { return v; }
+    static R Conj(R v) { return _mm_xor_pd(v, _mm_set_pd(-0.0, 0.0)); }
     static R CMulSplit(R a, R re, R im) {
         const R cross = _mm_xor_pd(_mm_mul_pd(_mm_shuffle_pd(a, a, 1), im), _mm_set_pd(0.0, -0.0));
         return _mm_add_pd(_mm_mul_pd(a, re), cross);
