@@ -5,7 +5,7 @@
 #include "math/foundations/export.h"
 
 class MATH_API CDSPSignal1D {
-public:
+  public:
     // Allocates n doubles and one spare (some transforms read one past the end, see
     // CDSPTransform1D::DSTOfRealFFT). On failure writes "Out of memory in CDSPSignal1D..." to
     // the standard error stream and keeps data null.
@@ -19,7 +19,7 @@ public:
 };
 
 class MATH_API CDSPSignal2D {
-public:
+  public:
     // n1 rows of n2 doubles, each row its own array. If an allocation fails nothing is kept and
     // rows is null (no message).
     CDSPSignal2D(unsigned int n1, unsigned int n2);
@@ -33,7 +33,7 @@ public:
 };
 
 class MATH_API CDSPSignal3D {
-public:
+  public:
     // n1 planes of n2 rows of n3 doubles, each row its own array. If an allocation fails nothing
     // is kept and planes is null (no message).
     CDSPSignal3D(unsigned int n1, unsigned int n2, unsigned int n3);

@@ -17,7 +17,7 @@
 #include "math/signal/dsp_signal.h"
 
 class MATH_API CDSPTransform1D {
-public:
+  public:
     CDSPTransform1D();
     ~CDSPTransform1D();
     CDSPTransform1D(const CDSPTransform1D&) = delete;
@@ -38,7 +38,7 @@ public:
     // non-zero size and with its first element set to 0, replacing any previous arrays.
     bool InitArrays(unsigned int wSize, unsigned int ipSize, unsigned int tSize);
 
-private:
+  private:
     bool Prepare(unsigned long long size);
 
     double* w;
@@ -49,7 +49,7 @@ private:
 };
 
 class MATH_API CDSPTransform2D {
-public:
+  public:
     CDSPTransform2D();
     ~CDSPTransform2D();
     CDSPTransform2D(const CDSPTransform2D&) = delete;
@@ -65,7 +65,7 @@ public:
 
     bool InitArrays(unsigned int wSize, unsigned int ipSize, unsigned int tSize);
 
-private:
+  private:
     bool Prepare(unsigned int n1, unsigned int n2);
 
     double* w;
@@ -77,7 +77,7 @@ private:
 };
 
 class MATH_API CDSPTransform3D {
-public:
+  public:
     CDSPTransform3D();
     ~CDSPTransform3D();
     CDSPTransform3D(const CDSPTransform3D&) = delete;
@@ -92,7 +92,7 @@ public:
 
     bool InitArrays(unsigned int wSize, unsigned int ipSize, unsigned int tSize);
 
-private:
+  private:
     bool Prepare(unsigned int n1, unsigned int n2, unsigned int n3);
 
     double* w;

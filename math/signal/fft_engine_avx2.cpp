@@ -37,9 +37,9 @@ struct V {
         _mm_storeu_pd(p, lane == 0 ? _mm256_castpd256_pd128(v) : _mm256_extractf128_pd(v, 1));
     }
     // (x0 + x1, x0 - x1) from the register (x0, x1).
-    static void Last2(double* p) {
-        const R v = Load(p), swapped = _mm256_permute2f128_pd(v, v, 1);
-        Store(p, _mm256_blend_pd(Add(v, swapped), Sub(swapped, v), 0xC));
+    static void Last2(const R* x, R* y) {
+        const R swapped = _mm256_permute2f128_pd(x[0], x[0], 1);
+        y[0] = _mm256_blend_pd(Add(x[0], swapped), Sub(swapped, x[0]), 0xC);
     }
 };
 

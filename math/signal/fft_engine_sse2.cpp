@@ -33,10 +33,9 @@ struct V {
     template <int S>
     static void Last4(const R* x, R* y);
     static void StoreLane(double* p, R v, int) { Store(p, v); }
-    static void Last2(double* p) {
-        const R x = Load(p), y = Load(p + 2);
-        Store(p, Add(x, y));
-        Store(p + 2, Sub(x, y));
+    static void Last2(const R* x, R* y) {
+        y[0] = Add(x[0], x[1]);
+        y[1] = Sub(x[0], x[1]);
     }
 };
 

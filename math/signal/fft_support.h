@@ -1,5 +1,6 @@
 #pragma once
 #include <cstddef>
+#include <cstring>
 // Shared pieces of the transform kernels (internal, not exported): the table rules and the
 // one-dimensional transforms on tables already built, for the 2D and 3D routines and the
 // DCT-I / DST-I recursion.
