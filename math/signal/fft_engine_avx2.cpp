@@ -28,6 +28,22 @@ struct V {
     }
     static R Swap(R v) { return _mm256_permute2f128_pd(v, v, 1); }
     static R Conj(R v) { return _mm256_xor_pd(v, _mm256_set_pd(-0.0, 0.0, -0.0, 0.0)); }
+    static R DupRe(R v) { return _mm256_movedup_pd(v); }
+    static R DupIm(R v) { return _mm256_permute_pd(v, 0xF); }
+    // The quadruples hold W^k and the conjugate of W^3k.
+    static void Quads(R x, R y, R& w1, R& w3) {
+        w1 = _mm256_permute2f128_pd(x, y, 0x20);
+        w3 = Conj(_mm256_permute2f128_pd(x, y, 0x31));
+    }
+    // Mirrored about the diagonal: W^(M/4 - k') = (sin, cos) of k', W^3(M/4 - k') = (-sin 3,
+    // -cos 3) of k'.
+    static void MirroredQuads(R x, R y, R& w1, R& w3) {
+        w1 = _mm256_permute_pd(_mm256_permute2f128_pd(x, y, 0x20), 0x5);
+        w3 = Conj(_mm256_permute_pd(_mm256_permute2f128_pd(x, y, 0x31), 0x5));
+    }
+    static R Mean(R x, R y, double h1, double h3) {
+        return _mm256_mul_pd(_mm256_add_pd(x, y), _mm256_set_pd(h3, h3, h1, h1));
+    }
     static R CMulSplit(R a, R re, R im) {
         return _mm256_fmaddsub_pd(a, re, _mm256_mul_pd(_mm256_permute_pd(a, 0x5), im));
     }

@@ -25,6 +25,8 @@ struct V {
         return _mm_add_pd(_mm_mul_pd(re, t), cross);
     }
     static R Swap(R v) { return v; }
+    static R DupRe(R v) { return _mm_unpacklo_pd(v, v); }
+    static R DupIm(R v) { return _mm_unpackhi_pd(v, v); }
     static R Conj(R v) { return _mm_xor_pd(v, _mm_set_pd(-0.0, 0.0)); }
     static R CMulSplit(R a, R re, R im) {
         const R cross = _mm_xor_pd(_mm_mul_pd(_mm_shuffle_pd(a, a, 1), im), _mm_set_pd(0.0, -0.0));
