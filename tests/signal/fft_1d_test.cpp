@@ -275,3 +275,46 @@ TEST(Kernels1d, OtherSizesActAsTheLargestPowerOfTwoBelowAndTinyOnesAreLeftAlone)
 }
 
 }  // namespace
+
+namespace {
+
+// Beyond the sizes the direct sums can afford: inputs with a few non-zero values, whose sums
+// cost little. The complex transforms of these sizes go depth first through the cache.
+TEST(Kernels1d, LargeSizesAgreeWithTheSumsOnSparseInputs) {
+    for (int n : {1 << 17, 1 << 19})
+        for (int isgn : {1, -1}) {
+            Vec a(n, 0.0);
+            std::mt19937 rng(unsigned(n + isgn));
+            std::vector<int> at;
+            for (int i = 0; i < 4; ++i) {
+                at.push_back(int(rng() % unsigned(n)));
+                a[at.back()] = 1.0 + i;
+            }
+            Tables tb(n);
+            const int N = n / 2;
+            Vec c = Apply(cdft, n, isgn, a, tb), r = Apply(rdft, n, 1, a, tb),
+                d = Apply(ddct, n, -1, a, tb);
+            Vec ec(n, 0.0), er(n, 0.0), ed(n, 0.0);
+            for (int j : at) {
+                for (int k = 0; k < N; ++k) {  // complex value j/2, real or imaginary part
+                    const Cplx z =
+                        (j % 2 ? Cplx(0, a[j]) : Cplx(a[j], 0)) * Turn(isgn * 1LL * (j / 2) * k, N);
+                    ec[2 * k] += double(z.real());
+                    ec[2 * k + 1] += double(z.imag());
+                }
+                for (int k = 1; k < N; ++k) {
+                    er[2 * k] += double(a[j] * Turn(1LL * j * k, n).real());
+                    er[2 * k + 1] += double(a[j] * Turn(1LL * j * k, n).imag());
+                }
+                er[0] += a[j];
+                er[1] += j % 2 ? -a[j] : a[j];
+                for (int k = 0; k < n; ++k)
+                    ed[k] += double(a[j] * QuarterCos((2LL * j + 1) * k, n));
+            }
+            EXPECT_LE(RelError(c, ec), kTol) << n << " " << isgn;
+            EXPECT_LE(RelError(r, er), kTol) << n;
+            EXPECT_LE(RelError(d, ed), kTol) << n;
+        }
+}
+
+}  // namespace
