@@ -122,6 +122,10 @@ void ComplexDft(int n, int isgn, double* a, const int* ip, const double* w) {
     Complex(a, n / 2, isgn >= 0 ? 1 : -1, w, ip[0]);
 }
 
+void ComplexDfts(int n, int howMany, int isgn, double* a, const int* ip, const double* w) {
+    ComplexMany(a, n / 2, howMany, isgn >= 0 ? 1 : -1, w, ip[0]);
+}
+
 void RealDft(int n, int isgn, double* a, const int* ip, const double* w) {
     const int nw = ip[0], nc = ip[1];
     const double* c = w + nw;

@@ -18,6 +18,10 @@ bool UseAvx2() {
 void Complex(double* a, int count, int sign, const double* w, int nw) {
     UseAvx2() ? avx2::Complex(a, count, sign, w, nw) : sse2::Complex(a, count, sign, w, nw);
 }
+void ComplexMany(double* a, int count, int howMany, int sign, const double* w, int nw) {
+    UseAvx2() ? avx2::ComplexMany(a, count, howMany, sign, w, nw)
+              : sse2::ComplexMany(a, count, howMany, sign, w, nw);
+}
 void Decimate(double* a, int count, int sign, const double* w, int nw) {
     UseAvx2() ? avx2::Decimate(a, count, sign, w, nw) : sse2::Decimate(a, count, sign, w, nw);
 }

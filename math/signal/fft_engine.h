@@ -19,6 +19,8 @@ namespace fft {
 
 // Whole transform, natural order in and out (count >= 1, nw >= count / 2).
 void Complex(double* a, int count, int sign, const double* w, int nw);
+// howMany such transforms of consecutive arrays of count values.
+void ComplexMany(double* a, int count, int howMany, int sign, const double* w, int nw);
 // The decimation only: natural order in, bit-reversed order out (count >= 16).
 void Decimate(double* a, int count, int sign, const double* w, int nw);
 // One radix-4 pass over a single group of count values (count >= 8), twiddles of that size.
@@ -40,17 +42,18 @@ void BitReverseComplex(double* a, int count);
 void BitReverseReal(double* a, int count);
 
 // The same entry points per instruction set; the ones above dispatch to them.
-#define MATH_FFT_ENGINE_DECLARE(ns)                                                 \
-    namespace ns {                                                                  \
-    void Complex(double* a, int count, int sign, const double* w, int nw);          \
-    void Decimate(double* a, int count, int sign, const double* w, int nw);         \
-    void Radix4Pass(double* a, int count, int sign, const double* w, int nw);       \
-    void Radix2Pass(double* a, int count, int sign, const double* w, int nw);       \
-    int Passes(double* a, int count, int block, int sign, const double* w, int nw); \
-    void Leaf16(double* a, int count, int sign, const double* w, int nw);           \
-    void RealSplit(double* a, int n, int sign, int nc, const double* c);            \
-    void BitReverseComplex(double* a, int count);                                   \
-    void BitReverseReal(double* a, int count);                                      \
+#define MATH_FFT_ENGINE_DECLARE(ns)                                                         \
+    namespace ns {                                                                          \
+    void Complex(double* a, int count, int sign, const double* w, int nw);                  \
+    void ComplexMany(double* a, int count, int howMany, int sign, const double* w, int nw); \
+    void Decimate(double* a, int count, int sign, const double* w, int nw);                 \
+    void Radix4Pass(double* a, int count, int sign, const double* w, int nw);               \
+    void Radix2Pass(double* a, int count, int sign, const double* w, int nw);               \
+    int Passes(double* a, int count, int block, int sign, const double* w, int nw);         \
+    void Leaf16(double* a, int count, int sign, const double* w, int nw);                   \
+    void RealSplit(double* a, int n, int sign, int nc, const double* c);                    \
+    void BitReverseComplex(double* a, int count);                                           \
+    void BitReverseReal(double* a, int count);                                              \
     }
 MATH_FFT_ENGINE_DECLARE(sse2)
 MATH_FFT_ENGINE_DECLARE(avx2)

@@ -20,6 +20,8 @@ void EnsureCosines(long long length, int divisor, int* ip, double* w);
 // The 1D transforms of fft_kernels.h on powers of two >= 2 with the tables in place (twiddles
 // at w, ip[0] doubles; cosines at w + ip[0], ip[1] doubles).
 void ComplexDft(int n, int isgn, double* a, const int* ip, const double* w);
+// howMany of them on consecutive arrays of n doubles.
+void ComplexDfts(int n, int howMany, int isgn, double* a, const int* ip, const double* w);
 void RealDft(int n, int isgn, double* a, const int* ip, const double* w);
 // DCT (sine false) or DST (sine true), types II (isgn < 0) and III.
 void CosSinDft(int n, int isgn, bool sine, double* a, const int* ip, const double* w);
