@@ -2,17 +2,19 @@
 // The complex transform engine behind the kernels of fft_kernels.h (internal, not exported).
 //
 // Radix-4 decimation in frequency, in place on interleaved complex values: natural order in,
-// bit-reversed order out; a bit-reversal pass then restores natural order. Twiddle factors come
-// from the makewt table: the block for a transform of M values sits at w + nw - M/2 and holds
-// cos, sin of 2 pi k / M and of 6 pi k / M for even k < M/8, plus the two constants that give the
-// odd k by interpolation; the other octants follow by symmetry.
+// bit-reversed order out; for the whole transform the bit reversal is fused with the last
+// stages, so the order comes out natural. Groups that fit the cache go pass by pass, larger ones
+// depth first (one pass, then each quarter). Twiddle factors come from the makewt table: the
+// block for a transform of M values sits at w + nw - M/2 and holds cos, sin of 2 pi k / M and of
+// 6 pi k / M for even k < M/8, plus the two constants that give the odd k by interpolation; the
+// other octants follow by symmetry.
 //
 // Two builds of the same code: SSE2 (one complex value per register, every x86-64 processor) and
 // AVX2 + FMA (two per register), chosen at run time. FMA rounds differently from a separate
 // multiply and add, so the two agree to the last few bits only.
 //
 // count is a number of complex values, a power of two; sign is +1 (exp(+i...)) or -1. Nothing
-// here allocates: twiddles are derived in small blocks on the stack.
+// here allocates: twiddles are derived in small blocks on the stack (at most 6 KB).
 
 namespace math3d_detail {
 namespace fft {
@@ -21,7 +23,7 @@ namespace fft {
 void Complex(double* a, int count, int sign, const double* w, int nw);
 // howMany such transforms of consecutive arrays of count values.
 void ComplexMany(double* a, int count, int howMany, int sign, const double* w, int nw);
-// The decimation only: natural order in, bit-reversed order out (count >= 16).
+// The decimation only: natural order in, bit-reversed order out (count >= 2).
 void Decimate(double* a, int count, int sign, const double* w, int nw);
 // One radix-4 pass over a single group of count values (count >= 8), twiddles of that size.
 void Radix4Pass(double* a, int count, int sign, const double* w, int nw);

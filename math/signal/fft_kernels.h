@@ -17,10 +17,11 @@
 //                  routine that needs tables no larger reuses them and gives the same results.
 //   t              work area of dfct, dfst and of the 2D and 3D routines.
 // Work-area sizes for one routine used alone (N the largest complex length):
-//   cdft(n): w n/4, rdft(n): w n/2, ddct/ddst(n): w 5n/4, dfct/dfst(n): w 5n/8, t n/2 + 1;
-//   2D/3D: w max(n1/2, n2/2, n3/4) for the complex transforms, plus n_last/4 for the real ones,
-//   5/4 max(n1, n2, n3) for the cosine and sine ones; t 8 max(n1, n2) (complex and real),
-//   4 max(n1, n2) (cosine and sine); ip 2 + sqrt(N).
+//   cdft(n): w n/4; rdft(n): w n/2; ddct, ddst(n): w 5n/4; dfct, dfst(n): w 5n/8, t n/2 + 1;
+//   cdft2d: w max(n1/2, n2/4), t 8 n1; rdft2d: w max(n1/2, n2/4) + n2/4, t 8 n1;
+//   ddct2d, ddst2d: w 5/4 max(n1, n2), t 4 n1; cdft3d: w max(n1/2, n2/2, n3/4),
+//   t 8 max(n1, n2); rdft3d: that w + n3/4, same t; ddct3d, ddst3d: w 5/4 max(n1, n2, n3),
+//   t 4 max(n1, n2); ip 2 + sqrt(N) everywhere.
 // When the 2D and 3D routines get t null they allocate it themselves; if that fails they write
 // "fft2d memory allocation error\n" (or "fft3d ...") to the standard error stream and end the
 // process with exit status 1. No other routine allocates.
@@ -83,7 +84,7 @@ MATH_API void makect(int nc, int* ip, double* c);
 MATH_API void cftfsub(int n, double* a, int* ip, int nw, double* w);
 MATH_API void cftbsub(int n, double* a, int* ip, int nw, double* w);
 // Permutes the n/2 complex values into bit-reversed order; bitrv2conj also negates every
-// imaginary part. ip is not read (the order is computed).
+// imaginary part. ip is not read: the order is computed.
 MATH_API void bitrv2(int n, int* ip, double* a);
 MATH_API void bitrv2conj(int n, int* ip, double* a);
 // Bit reversal of 16 and 8 complex values; the neg forms put input value bitrev(-p mod N) at p.
@@ -91,33 +92,30 @@ MATH_API void bitrv216(double* a);
 MATH_API void bitrv216neg(double* a);
 MATH_API void bitrv208(double* a);
 MATH_API void bitrv208neg(double* a);
-// Stages of the radix-4 decimation-in-frequency transform (bit-reversed output). w is a twiddle
-// table of nw doubles; the stage for a transform of M complex values reads its block at
-// w + nw - M/2, and the f/1 forms use exp(+i...), the b/2 forms exp(-i...).
-// cftf1st, cftb1st: the first radix-4 pass over the n/2 values of a, the twiddle block for n/2
-// values at w (a table built by makewt(n/4)).
+// Stages of the transform's own design: radix-4 decimation in frequency (a radix-2 pass first
+// when log2 of the size is odd), output in bit-reversed order. w is a twiddle table of nw
+// doubles (makewt); a stage on transforms of M complex values reads its block at w + nw - M/2.
+// The f/1 forms use exp(+i...), the b/2 forms exp(-i...).
+// cftf1st, cftb1st: one radix-4 pass over the n/2 values of a (n >= 16); w = makewt(n/4) table.
 MATH_API void cftf1st(int n, double* a, double* w);
 MATH_API void cftb1st(int n, double* a, double* w);
-// cftmdl1, cftmdl2: a radix-2 pass (+ and - sign) over the n/2 values of a, the twiddle block for
-// n/2 values at w; used when the number of radix-4 passes leaves a factor 2.
+// cftmdl1, cftmdl2: one radix-2 pass over the n/2 values of a (n >= 16); w as for cftf1st.
 MATH_API void cftmdl1(int n, double* a, double* w);
 MATH_API void cftmdl2(int n, double* a, double* w);
-// cftrec4: the whole + sign decimation (all passes, output bit-reversed) of n/2 values, depth
-// first: one radix-4 pass, then each quarter.
+// cftrec4: the whole + sign decimation of the n/2 values of a (n >= 4), depth first for large n.
 MATH_API void cftrec4(int n, double* a, int nw, double* w);
-// cfttree: the + sign radix-4 passes of the n/2-value sub-transform starting at complex value j of
-// a, from the widest down to blocks of k complex values (k >= 4); returns the number of passes.
+// cfttree: the + sign radix-4 passes of the n/2 values starting at complex value j of a, from
+// span n/8 down to span k (k >= 4, n >= 32), which leaves blocks of k values; returns the
+// number of passes.
 MATH_API int cfttree(int n, int j, int k, double* a, int nw, double* w);
-// cftleaf: finishes the + sign decimation of every block of isplt complex values of the n/2
-// values of a (the passes inside each block); output bit-reversed.
+// cftleaf: the whole + sign decimation of every block of isplt complex values of the n/2 values
+// of a.
 MATH_API void cftleaf(int n, int isplt, double* a, int nw, double* w);
 // cftfx41: the last two radix-4 passes (+ sign) of every block of 16 complex values of the n/2
-// values of a (n >= 32), or the last radix-4 and radix-2 passes of every block of 8.
+// values of a (n >= 32).
 MATH_API void cftfx41(int n, double* a, int nw, double* w);
-// 16-point (cftf161 + sign, cftf162 - sign) and 8-point (cftf081 +, cftf082 -) transforms of a
-// into bit-reversed order; w is a twiddle table whose last blocks hold the 16- and 8-point
-// constants (any makewt table with nw >= 8), read at w + nw - 8 and w + nw - 4 by the callers,
-// so w here points at the 16-point block (cftf161/162) or the 8-point block (cftf081/082).
+// The whole decimation of 16 (cftf161 + sign, cftf162 - sign) and 8 (cftf081 +, cftf082 -)
+// complex values; w points at the table's block for that size (w + nw - 8, resp. w + nw - 4).
 MATH_API void cftf161(double* a, double* w);
 MATH_API void cftf162(double* a, double* w);
 MATH_API void cftf081(double* a, double* w);
