@@ -1,6 +1,6 @@
 #pragma once
-// Direct O(n^2) evaluations of the transforms' defining sums, in long double with the phase
-// reduced exactly in integers, and helpers shared by the signal tests.
+// Direct O(n^2) evaluations of the transforms' defining sums (long double, phases reduced
+// exactly in integers), and helpers shared by the signal tests.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -13,17 +13,15 @@ namespace fftref {
 
 using Vec = std::vector<double>;
 using Cplx = std::complex<long double>;
-constexpr long double kPi = 3.141592653589793238462643383279502884L;
+constexpr double kTol = 1e-13;  // relative to the largest output
 
-// exp(i 2 pi num / den) with num reduced modulo den first.
+// exp(2 pi i num / den).
 inline Cplx Turn(long long num, long long den) {
     num %= den;
-    if (num < 0) num += den;
-    const long double x = 2 * kPi * num / den;
+    const long double x =
+        2 * 3.141592653589793238462643383279502884L * (num < 0 ? num + den : num) / den;
     return {std::cos(x), std::sin(x)};
 }
-
-// exp(i 2 pi m / den) for m = 0..den-1.
 inline std::vector<Cplx> Roots(long long den) {
     std::vector<Cplx> r(den);
     for (long long m = 0; m < den; ++m) r[m] = Turn(m, den);
@@ -47,133 +45,92 @@ inline double RelError(const Vec& a, const Vec& b) {
     }
     return big > 0 ? err / big : err;
 }
-constexpr double kTol = 1e-13;
 
-// --- one dimension (the layouts of fft_kernels.h) ---------------------------------------------
+// --- one dimension, in the layouts of fft_kernels.h --------------------------------------------
 inline Vec Cdft(int n, int s, const Vec& a) {
     const int N = n / 2;
-    const auto roots = Roots(N);
+    const auto e = Roots(N);
     Vec r(n);
     for (int k = 0; k < N; ++k) {
         Cplx sum = 0;
         for (int j = 0; j < N; ++j)
-            sum += Cplx(a[2 * j], a[2 * j + 1]) * roots[(N + s * (1LL * j * k % N)) % N];
+            sum += Cplx(a[2 * j], a[2 * j + 1]) * e[(N + s * (1LL * j * k % N)) % N];
         r[2 * k] = double(sum.real());
         r[2 * k + 1] = double(sum.imag());
     }
     return r;
 }
 
+// Forward: packed R[0], R[n/2], (R[k], I[k]); backward: the half-weighted cos/sin sum.
 inline Vec Rdft(int n, int s, const Vec& a) {
-    const auto roots = Roots(n);
-    Vec r(n);
-    if (s >= 0) {
-        for (int k = 0; k <= n / 2; ++k) {
-            Cplx sum = 0;
-            for (int j = 0; j < n; ++j) sum += Cplx(a[j]) * roots[1LL * j * k % n];
-            if (k == 0)
-                r[0] = double(sum.real());
-            else if (k == n / 2)
-                r[1] = double(sum.real());
-            else {
-                r[2 * k] = double(sum.real());
-                r[2 * k + 1] = double(sum.imag());
-            }
-        }
-    } else {
+    const auto e = Roots(n);
+    std::vector<long double> r(n, 0.0L);
+    for (int k = 0; k <= n / 2; ++k)
         for (int j = 0; j < n; ++j) {
-            long double v = (a[0] + (j % 2 ? -a[1] : a[1])) / 2.0L;
-            for (int k = 1; k < n / 2; ++k) {
-                const Cplx e = roots[1LL * j * k % n];
-                v += a[2 * k] * e.real() + a[2 * k + 1] * e.imag();
+            const Cplx z = e[1LL * j * k % n];
+            if (s < 0 && k > 0 && k < n / 2)
+                r[j] += a[2 * k] * z.real() + a[2 * k + 1] * z.imag();
+            else if (s < 0)
+                r[j] += (k == 0 ? a[0] : (j % 2 ? -a[1] : a[1])) / 2.0L;
+            else if (k == 0 || k == n / 2)
+                r[k ? 1 : 0] += a[j] * z.real();
+            else {
+                r[2 * k] += a[j] * z.real();
+                r[2 * k + 1] += a[j] * z.imag();
             }
-            r[j] = double(v);
         }
-    }
-    return r;
+    return Vec(r.begin(), r.end());
 }
 
-// cos / sin of pi num / (2n).
-inline long double QuarterCos(long long num, int n) { return Turn(num, 4LL * n).real(); }
-inline long double QuarterSin(long long num, int n) { return Turn(num, 4LL * n).imag(); }
-
-inline Vec Ddct(int n, int s, const Vec& a) {
-    Vec r(n);
-    for (int k = 0; k < n; ++k) {
-        long double v = 0;
-        for (int j = 0; j < n; ++j)
-            v += a[j] *
-                 (s < 0 ? QuarterCos((2LL * j + 1) * k, n) : QuarterCos(j * (2LL * k + 1), n));
-        r[k] = double(v);
-    }
-    return r;
-}
-
-inline Vec Ddst(int n, int s, const Vec& a) {
-    const auto q = Roots(4LL * n);
-    Vec r(n);
-    if (s < 0) {
-        for (int k = 1; k <= n; ++k) {
-            long double v = 0;
-            for (int j = 0; j < n; ++j) v += a[j] * q[(2LL * j + 1) * k % (4 * n)].imag();
-            r[k % n] = double(v);
+// isgn < 0: type II (the DST's index n stored in slot 0); isgn >= 0: type III (the DST reads
+// A[n] from slot 0). Angle pi num / (2n) with num = (2j + 1) k or j (2k + 1).
+inline Vec CosSin(bool sine, int n, int s, const Vec& a) {
+    const auto e = Roots(4LL * n);
+    std::vector<long double> r(n, 0.0L);
+    for (int k = 0; k < n; ++k)
+        for (int j = 0; j < n; ++j) {
+            const int kk = sine && s < 0 ? (k ? k : n) : k, jj = sine && s >= 0 ? (j ? j : n) : j;
+            const Cplx z = e[(s < 0 ? (2LL * jj + 1) * kk : jj * (2LL * kk + 1)) % (4 * n)];
+            r[k] += a[j] * (sine ? z.imag() : z.real());
         }
-    } else {
-        for (int k = 0; k < n; ++k) {
-            long double v = 0;
-            for (int j = 1; j <= n; ++j)
-                v += (j < n ? a[j] : a[0]) * QuarterSin(j * (2LL * k + 1), n);
-            r[k] = double(v);
+    return Vec(r.begin(), r.end());
+}
+inline Vec Ddct(int n, int s, const Vec& a) { return CosSin(false, n, s, a); }
+inline Vec Ddst(int n, int s, const Vec& a) { return CosSin(true, n, s, a); }
+
+// DCT-I of a[0..n] (sine false) or DST-I of a[1..n-1] (slot 0 ignored, output 0).
+inline Vec Symmetric(bool sine, int n, const Vec& a) {
+    const auto e = Roots(2LL * n);
+    std::vector<long double> r(sine ? n : n + 1, 0.0L);
+    for (size_t k = sine ? 1 : 0; k < r.size(); ++k)
+        for (size_t j = sine ? 1 : 0; j < r.size(); ++j) {
+            const Cplx z = e[j * k % (2 * n)];
+            r[k] += a[j] * (sine ? z.imag() : z.real());
         }
-    }
-    return r;
+    return Vec(r.begin(), r.end());
 }
 
-inline Vec Dfct(int n, const Vec& a) {
-    const auto q = Roots(2LL * n);
-    Vec r(n + 1);
-    for (int k = 0; k <= n; ++k) {
-        long double v = 0;
-        for (int j = 0; j <= n; ++j) v += a[j] * q[1LL * j * k % (2 * n)].real();
-        r[k] = double(v);
-    }
-    return r;
-}
-
-inline Vec Dfst(int n, const Vec& a) {
-    const auto q = Roots(2LL * n);
-    Vec r(n, 0.0);
-    for (int k = 1; k < n; ++k) {
-        long double v = 0;
-        for (int j = 1; j < n; ++j) v += a[j] * q[1LL * j * k % (2 * n)].imag();
-        r[k] = double(v);
-    }
-    return r;
-}
-
-// --- several dimensions: row-major arrays, the 1D reference along one axis --------------------
-// Applies f (a 1D reference over 'len' doubles) to every line of 'stride'-spaced elements of
-// group 'width' doubles (1 real, 2 complex) along an axis of 'count' elements.
+// --- several dimensions: row-major arrays, the last dimension in doubles -----------------------
+// f (a 1D reference) along the axis of 'count' elements of 'width' doubles, 'inner' doubles
+// apart, for each of 'outer' blocks.
 template <typename F>
 void AlongAxis(Vec& data, int outer, int count, int inner, int width, F f) {
     for (int o = 0; o < outer; ++o)
         for (int in = 0; in < inner; in += width) {
             Vec line(count * width);
-            for (int c = 0; c < count; ++c)
-                for (int x = 0; x < width; ++x)
-                    line[c * width + x] = data[(o * count + c) * inner + in + x];
+            for (int c = 0; c < count * width; ++c)
+                line[c] = data[(o * count + c / width) * inner + in + c % width];
             line = f(line);
-            for (int c = 0; c < count; ++c)
-                for (int x = 0; x < width; ++x)
-                    data[(o * count + c) * inner + in + x] = line[c * width + x];
+            for (int c = 0; c < count * width; ++c)
+                data[(o * count + c / width) * inner + in + c % width] = line[c];
         }
 }
 
-// Full complex spectrum Z (interleaved) of a real array of dims (sign +), any rank.
+// Full complex spectrum (sign +, interleaved) of a real array.
 inline Vec FullSpectrum(const Vec& real, const std::vector<int>& dims) {
-    Vec z(2 * real.size());
+    Vec z(2 * real.size(), 0.0);
     for (size_t i = 0; i < real.size(); ++i) z[2 * i] = real[i];
-    int outer = 1, inner = 2 * int(real.size());
+    int outer = 1, inner = int(z.size());
     for (int d : dims) {
         inner /= d;
         AlongAxis(z, outer, d, inner, 2, [d](const Vec& l) { return Cdft(2 * d, 1, l); });
@@ -182,70 +139,38 @@ inline Vec FullSpectrum(const Vec& real, const std::vector<int>& dims) {
     return z;
 }
 
-// Packed layout of a real 2D or 3D spectrum (last dimension m = dims.back(), the cells being
-// the elements of the leading dimensions, with their Hermitian mirror).
+// Packed layout of a real 2D/3D spectrum: per cell (element of the leading dimensions) the
+// k = 1..m/2-1 values, then in slots 0, 1 the k = 0 and m/2 values: (Re, Im) of k = 0 for lower
+// cells, (Im, Re) of k = m/2 for upper ones, both real parts for self-conjugate ones. A cell is
+// lower (upper) when its innermost leading index that differs from its mirror is below (above)
+// half its dimension.
 inline Vec Pack(const Vec& z, const std::vector<int>& dims) {
     const int m = dims.back();
-    int cells = 1;
-    for (size_t i = 0; i + 1 < dims.size(); ++i) cells *= dims[i];
-    // lower: the first index that is not self-mirrored (k != -k) lies in the lower half, scanning
-    // from the innermost leading index outwards.
-    auto kind = [&](int cell) {  // 0 self-conjugate, 1 lower, 2 upper
-        int rest = cell;
-        std::vector<int> k(dims.size() - 1);
+    Vec a(z.size() / 2);
+    for (size_t c = 0; c < a.size() / m; ++c) {
+        int kind = 0, rest = int(c);  // 0 self-conjugate, 1 lower, 2 upper
         for (int i = int(dims.size()) - 2; i >= 0; --i) {
-            k[i] = rest % dims[i];
+            const int k = rest % dims[i];
             rest /= dims[i];
+            if (kind == 0 && 2 * k % dims[i]) kind = 2 * k < dims[i] ? 1 : 2;
         }
-        for (int i = int(k.size()) - 1; i >= 0; --i) {
-            if (2 * k[i] % dims[i] == 0) continue;
-            return 2 * k[i] < dims[i] ? 1 : 2;
-        }
-        return 0;
-    };
-    Vec a(size_t(cells) * m);
-    for (int c = 0; c < cells; ++c) {
-        const double* zr = &z[2 * size_t(c) * m];
-        double* row = &a[size_t(c) * m];
-        for (int k = 1; k < m / 2; ++k) {
-            row[2 * k] = zr[2 * k];
-            row[2 * k + 1] = zr[2 * k + 1];
-        }
-        const double* half = zr + m;  // Z[...][m/2]
-        switch (kind(c)) {
-            case 0:
-                row[0] = zr[0];
-                row[1] = half[0];
-                break;
-            case 1:
-                row[0] = zr[0];
-                row[1] = zr[1];
-                break;
-            default:
-                row[0] = half[1];
-                row[1] = half[0];
-                break;
-        }
+        const double* zr = &z[2 * c * m];
+        double* row = &a[c * m];
+        for (int j = 2; j < m; ++j) row[j] = zr[j];
+        row[0] = kind == 2 ? zr[m + 1] : zr[0];
+        row[1] = kind == 0 ? zr[m] : kind == 1 ? zr[1] : zr[m];
     }
     return a;
 }
 
-// Row pointers over a row-major array.
-struct Rows2 {
-    std::vector<double*> rows;
-    Rows2(Vec& data, int n1, int n2) : rows(n1) {
-        for (int i = 0; i < n1; ++i) rows[i] = &data[size_t(i) * n2];
-    }
-    double** get() { return rows.data(); }
-};
-struct Rows3 {
+// Row (2D) and plane (3D) pointers over a row-major array.
+struct Grid {
     std::vector<double*> rows;
     std::vector<double**> planes;
-    Rows3(Vec& data, int n1, int n2, int n3) : rows(size_t(n1) * n2), planes(n1) {
-        for (int i = 0; i < n1 * n2; ++i) rows[i] = &data[size_t(i) * n3];
-        for (int i = 0; i < n1; ++i) planes[i] = &rows[size_t(i) * n2];
+    Grid(Vec& data, int outer, int middle, int last) : rows(size_t(outer) * middle), planes(outer) {
+        for (size_t i = 0; i < rows.size(); ++i) rows[i] = &data[i * last];
+        for (int i = 0; i < outer; ++i) planes[i] = &rows[size_t(i) * middle];
     }
-    double*** get() { return planes.data(); }
 };
 
 // Work areas large enough for any routine at these sizes.
@@ -253,7 +178,7 @@ struct Tables {
     std::vector<int> ip;
     Vec w, t;
     explicit Tables(int largest)
-        : ip(2 + 64 + int(std::sqrt(double(largest))), 0), w(2 * largest + 8), t(8 * largest + 8) {}
+        : ip(66 + int(std::sqrt(double(largest))), 0), w(2 * largest + 8), t(8 * largest + 8) {}
 };
 
 }  // namespace fftref
