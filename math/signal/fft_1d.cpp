@@ -33,9 +33,9 @@ void ReverseOdd(double* a, int n, bool negate) {
 }
 
 // DCT-II / DST-II of n >= 4 values. The even-indexed values followed by the odd-indexed ones in
-// reverse order, taken as n/2 complex values, go through a complex transform; splitting the
-// result gives the real spectrum V[k], and the outputs are the real and imaginary parts of
-// exp(i pi k / (2n)) V[k]. They are written as pairs (out[i], out[n/2 + i]), which one last
+// reverse order go through the real transform (complex transform of n/2 values, then the split);
+// the outputs are the real and imaginary parts of exp(i pi k / (2n)) V[k], V the spectrum
+// conjugated (+ sign here). They are written as pairs (out[i], out[n/2 + i]), which one last
 // reordering puts in place. The DST is the DCT of the input with odd elements negated, outputs
 // read backwards.
 void CosSinForward(int n, bool sine, double* a, int nw, const double* w, int nc, const double* c) {
@@ -43,36 +43,22 @@ void CosSinForward(int n, bool sine, double* a, int nw, const double* w, int nc,
     ReverseOdd(a, n, sine);
     Unshuffle(a, n);
     Complex(a, half, 1, w, nw);
+    RealSplit(a, n, 1, nc, c);
     const double r0 = a[0], r1 = a[1];
     a[0] = r0 + r1;
     a[1] = (r0 - r1) * c[0];
-    for (int k = 1; 2 * k <= half; ++k) {
+    for (int k = 1; 2 * k <= half; ++k) {  // V[k] and V[m] in slots k and m
         const int m = half - k;
-        double x1r = a[2 * k], x1i = a[2 * k + 1], x2r = a[2 * m], x2i = a[2 * m + 1];
-        if (k != m) {  // real split
-            const double wr = 0.5 - c[nc - 4 * k * cs], wi = c[4 * k * cs];
-            const double dr = x1r - x2r, di = x1i + x2i;
-            const double yr = wr * dr - wi * di, yi = wr * di + wi * dr;
-            x1r -= yr;
-            x1i -= yi;
-            x2r += yr;
-            x2i -= yi;
-        }
         const double ck = 2 * c[k * cs], sk = 2 * c[nc - k * cs];
         const double cm = 2 * c[m * cs], sm = 2 * c[nc - m * cs];
-        const double u1r = ck * x1r - sk * x1i, u1i = sk * x1r + ck * x1i;
-        const double u2r = cm * x2r - sm * x2i, u2i = sm * x2r + cm * x2i;
-        if (sine) {
-            a[2 * k] = u1i;
-            a[2 * k + 1] = u2r;
-            a[2 * m] = u2i;
-            a[2 * m + 1] = u1r;
-        } else {
-            a[2 * k] = u1r;
-            a[2 * k + 1] = u2i;
-            a[2 * m] = u2r;
-            a[2 * m + 1] = u1i;
-        }
+        const double u1r = ck * a[2 * k] - sk * a[2 * k + 1],
+                     u1i = sk * a[2 * k] + ck * a[2 * k + 1];
+        const double u2r = cm * a[2 * m] - sm * a[2 * m + 1],
+                     u2i = sm * a[2 * m] + cm * a[2 * m + 1];
+        a[2 * k] = sine ? u1i : u1r;
+        a[2 * k + 1] = sine ? u2r : u2i;
+        a[2 * m] = sine ? u2i : u2r;
+        a[2 * m + 1] = sine ? u1r : u1i;
     }
     Unshuffle(a, n);
 }
@@ -85,32 +71,21 @@ void CosSinBackward(int n, bool sine, double* a, int nw, const double* w, int nc
     const double x0 = a[0], xh = a[1] * c[0];
     a[0] = x0 + xh;
     a[1] = x0 - xh;
-    for (int k = 1; 2 * k <= half; ++k) {
+    for (int k = 1; 2 * k <= half; ++k) {  // exp(-i pi j / (2n)) (x[j] + i x[n - j]), j = k, m
         const int m = half - k;
         double xk = a[2 * k], xnk = a[2 * m + 1], xm = a[2 * m], xnm = a[2 * k + 1];
         if (sine) {
             std::swap(xk, xnk);
             std::swap(xm, xnm);
         }
-        // P = exp(-i pi j / (2n)) (x[j] + i x[n - j]) for j = k and j = m.
         const double ck = 2 * c[k * cs], sk = 2 * c[nc - k * cs];
         const double cm = 2 * c[m * cs], sm = 2 * c[nc - m * cs];
-        double p1r = ck * xk + sk * xnk, p1i = ck * xnk - sk * xk;
-        double p2r = cm * xm + sm * xnm, p2i = cm * xnm - sm * xm;
-        if (k != m) {  // inverse real split
-            const double wr = 0.5 - c[nc - 4 * k * cs], wi = -c[4 * k * cs];
-            const double dr = p1r - p2r, di = p1i + p2i;
-            const double yr = wr * dr - wi * di, yi = wr * di + wi * dr;
-            p1r -= yr;
-            p1i -= yi;
-            p2r += yr;
-            p2i -= yi;
-        }
-        a[2 * k] = p1r;
-        a[2 * k + 1] = p1i;
-        a[2 * m] = p2r;
-        a[2 * m + 1] = p2i;
+        a[2 * k] = ck * xk + sk * xnk;
+        a[2 * k + 1] = ck * xnk - sk * xk;
+        a[2 * m] = cm * xm + sm * xnm;
+        a[2 * m + 1] = cm * xnm - sm * xm;
     }
+    RealSplit(a, n, -1, nc, c);
     Complex(a, half, -1, w, nw);
     Shuffle(a, n);
     ReverseOdd(a, n, sine);

@@ -6,12 +6,10 @@
 namespace fft = math3d_detail::fft;
 
 void cftfsub(int n, double* a, int*, int nw, double* w) {
-    n = fft::FloorPow2(n);
-    if (n >= 2) fft::Complex(a, n / 2, 1, w, nw);
+    if (n >= 2) fft::Complex(a, fft::FloorPow2(n) / 2, 1, w, nw);
 }
 void cftbsub(int n, double* a, int*, int nw, double* w) {
-    n = fft::FloorPow2(n);
-    if (n >= 2) fft::Complex(a, n / 2, -1, w, nw);
+    if (n >= 2) fft::Complex(a, fft::FloorPow2(n) / 2, -1, w, nw);
 }
 
 void bitrv2(int n, int*, double* a) {
@@ -44,22 +42,19 @@ void BitReverseNegated(double* a, int count) {
 void bitrv216neg(double* a) { BitReverseNegated(a, 16); }
 void bitrv208neg(double* a) { BitReverseNegated(a, 8); }
 
-void cftf1st(int n, double* a, double* w) {
+namespace {
+// One pass over the n/2 values of a with the twiddle table w of a makewt(n/4).
+void FirstPass(void (*pass)(double*, int, int, const double*, int), int n, double* a, int sign,
+               const double* w) {
     n = fft::FloorPow2(n);
-    if (n >= 16) fft::Radix4Pass(a, n / 2, 1, w, n / 4);
+    if (n >= 16) pass(a, n / 2, sign, w, n / 4);
 }
-void cftb1st(int n, double* a, double* w) {
-    n = fft::FloorPow2(n);
-    if (n >= 16) fft::Radix4Pass(a, n / 2, -1, w, n / 4);
-}
-void cftmdl1(int n, double* a, double* w) {
-    n = fft::FloorPow2(n);
-    if (n >= 16) fft::Radix2Pass(a, n / 2, 1, w, n / 4);
-}
-void cftmdl2(int n, double* a, double* w) {
-    n = fft::FloorPow2(n);
-    if (n >= 16) fft::Radix2Pass(a, n / 2, -1, w, n / 4);
-}
+}  // namespace
+
+void cftf1st(int n, double* a, double* w) { FirstPass(fft::Radix4Pass, n, a, 1, w); }
+void cftb1st(int n, double* a, double* w) { FirstPass(fft::Radix4Pass, n, a, -1, w); }
+void cftmdl1(int n, double* a, double* w) { FirstPass(fft::Radix2Pass, n, a, 1, w); }
+void cftmdl2(int n, double* a, double* w) { FirstPass(fft::Radix2Pass, n, a, -1, w); }
 
 void cftrec4(int n, double* a, int nw, double* w) {
     n = fft::FloorPow2(n);
