@@ -1,9 +1,9 @@
 #pragma once
-#include <cstddef>
-#include <cstring>
 // Shared pieces of the transform kernels (internal, not exported): the table rules and the
 // one-dimensional transforms on tables already built, for the 2D and 3D routines and the
 // DCT-I / DST-I recursion.
+#include <cstddef>
+#include <cstring>
 
 namespace math3d_detail {
 namespace fft {
@@ -48,17 +48,12 @@ void ComplexColumns(int length, int rowDoubles, int isgn, Row row, double* t, in
     const int group = rowDoubles >= 8 ? 8 : rowDoubles;
     for (int j = 0; j < rowDoubles; j += group) {
         for (int i = 0; i < length; ++i)
-            for (int c = 0; c < group; c += 2) {
-                t[size_t(c) * length + 2 * i] = row(i)[j + c];
-                t[size_t(c) * length + 2 * i + 1] = row(i)[j + c + 1];
-            }
-        for (int c = 0; c < group; c += 2)
-            ComplexDft(2 * length, isgn, t + size_t(c) * length, ip, w);
+            for (int c = 0; c < group; c += 2)
+                std::memcpy(t + size_t(c) * length + 2 * i, row(i) + j + c, 2 * sizeof(double));
+        ComplexDfts(2 * length, group / 2, isgn, t, ip, w);
         for (int i = 0; i < length; ++i)
-            for (int c = 0; c < group; c += 2) {
-                row(i)[j + c] = t[size_t(c) * length + 2 * i];
-                row(i)[j + c + 1] = t[size_t(c) * length + 2 * i + 1];
-            }
+            for (int c = 0; c < group; c += 2)
+                std::memcpy(row(i) + j + c, t + size_t(c) * length + 2 * i, 2 * sizeof(double));
     }
 }
 
