@@ -9,5 +9,6 @@ int main() {
     DemoMatrices();
     DemoRotations();
     DemoRootsAndRandom();
+    DemoSignal();
     return 0;
 }

@@ -5,3 +5,4 @@ void DemoVectors();
 void DemoMatrices();
 void DemoRotations();
 void DemoRootsAndRandom();
+void DemoSignal();

@@ -31,6 +31,11 @@
 #include "math/rotations/quaternion.h"
 #include "math/rotations/rotation_order.h"
 
+// Signal processing.
+#include "math/signal/dsp_signal.h"
+#include "math/signal/dsp_transform.h"
+#include "math/signal/fft_kernels.h"
+
 // Noise tables and random numbers.
 #include "math/noise/bsd_random.h"
 #include "math/noise/perlin_noise.h"
