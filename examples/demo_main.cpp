@@ -8,6 +8,8 @@ int main() {
     DemoVectors();
     DemoMatrices();
     DemoAffineDecomposition();
+    DemoRotations();
     DemoRootsAndRandom();
+    DemoSignal();
     return 0;
 }

@@ -4,4 +4,6 @@
 void DemoVectors();
 void DemoMatrices();
 void DemoAffineDecomposition();
+void DemoRotations();
 void DemoRootsAndRandom();
+void DemoSignal();

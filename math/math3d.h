@@ -28,7 +28,15 @@
 #include "math/matrices/transformation_matrix.h"
 
 // Rotations.
+#include "math/rotations/euler_angles.h"
+#include "math/rotations/euler_target.h"
+#include "math/rotations/quaternion.h"
 #include "math/rotations/rotation_order.h"
+
+// Signal processing.
+#include "math/signal/dsp_signal.h"
+#include "math/signal/dsp_transform.h"
+#include "math/signal/fft_kernels.h"
 
 // Noise tables and random numbers.
 #include "math/noise/bsd_random.h"
