@@ -4,14 +4,7 @@
 #include <cmath>
 #include <limits>
 
-// The Euler conversions come with the rotations subsystem; until it is part of the tree the
-// decomposition leaves half turns in its rotation.
-#if __has_include("math/rotations/euler_angles.h")
 #include "math/rotations/euler_angles.h"
-#define MATH_HAVE_EULER_CONVERSIONS 1
-#else
-#define MATH_HAVE_EULER_CONVERSIONS 0
-#endif
 
 namespace {
 
@@ -214,7 +207,6 @@ void ComputeSvd(const double (&a)[3][3], M33& p, double (&s)[3], M33& q) {
 // of the two other axes change sign; p is then rebuilt from the angles. Each such step writes
 // p = p' * H with H the half turn about that axis, whose diagonal of two -1 moves onto s.
 void RemoveHalfTurns(C3DRotMatTpl<double>& p, double (&s)[3], double eps) {
-#if MATH_HAVE_EULER_CONVERSIONS
     C3DVector3Tpl<double> angles;
     F3DMatToEuler(p, angles, E3DROTORDER_XYZ);
     int axis = 2;
@@ -224,13 +216,6 @@ void RemoveHalfTurns(C3DRotMatTpl<double>& p, double (&s)[3], double eps) {
             if (i != axis) s[i] = -s[i];
     }
     if (axis < 2) F3DEulerToMat(angles, p, E3DROTORDER_XYZ);
-#else
-    // Without the Euler conversions in the library the half turns stay in p (the product p *
-    // diag(s) is the same either way).
-    (void)p;
-    (void)s;
-    (void)eps;
-#endif
 }
 
 }  // namespace
@@ -365,15 +350,17 @@ void C3DXfoMatTpl<T>::GetAffineDecomposition(C3DRotMatTpl<T>& rotation, C3DXfoMa
         q.Negate();
     }
     // Equal magnitudes with two of them negative: diag(s) = diag(|s|) * R with R the half turn
-    // about the positive axis, which moves into q.
+    // about the positive axis, which moves into q. (The singular values computed here are not
+    // negative, so the signs are all alike at this point and this never applies; the rule is kept
+    // whole for factorisations that return signed values.)
     const bool sameMagnitude = std::fabs(std::fabs(s[0]) - std::fabs(s[1])) < eps &&
                                std::fabs(std::fabs(s[1]) - std::fabs(s[2])) < eps;
     const int negatives = (s[0] < 0) + (s[1] < 0) + (s[2] < 0);
     if (sameMagnitude && negatives == 2) {
         const int positive = s[0] >= 0 ? 0 : (s[1] >= 0 ? 1 : 2);
         negateScale(positive);
-        C3DRotMatTpl<double> halfTurn;  // the matrix of the Euler triple with pi on that axis
-        halfTurn.Set(static_cast<tagE3DAXISTYPE>(positive), kPi);
+        C3DRotMatTpl<double> halfTurn;
+        F3DEulerToMat(C3DVector3Tpl<double>(positive, kPi), halfTurn, E3DROTORDER_XYZ);
         q.Mul(halfTurn, q);
     }
     if (std::fabs(s[0] - s[1]) >= eps || std::fabs(s[1] - s[2]) >= eps) {

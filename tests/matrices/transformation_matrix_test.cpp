@@ -8,10 +8,7 @@
 #include <limits>
 #include <random>
 
-#if __has_include("math/rotations/euler_angles.h")
 #include "math/rotations/euler_angles.h"
-#define MATH_HAVE_EULER_CONVERSIONS
-#endif
 
 namespace {
 
@@ -334,7 +331,6 @@ TYPED_TEST(XfoMatTest, AffineDecompositionOfSpecialBlocks) {
     EXPECT_TRUE(std::isnan(rest.Get(0, 0)) || std::isnan(p.Get(0, 0)));
 }
 
-#ifdef MATH_HAVE_EULER_CONVERSIONS
 TEST(XfoMat, DecompositionRotationCarriesNoHalfTurnAboutZ) {
     // Blocks R1 * D * R2 whose R1 has a half turn as its Z angle, so that the factor of the
     // singular value decomposition often has one too, before it is taken out.
@@ -356,6 +352,5 @@ TEST(XfoMat, DecompositionRotationCarriesNoHalfTurnAboutZ) {
         EXPECT_GT(std::fabs(std::fabs(angles.z) - kPi), 1e-12) << n;
     }
 }
-#endif
 
 }  // namespace
