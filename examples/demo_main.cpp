@@ -7,8 +7,10 @@ int main() {
     std::cout << "math demo\n=========\n";
     DemoVectors();
     DemoMatrices();
+    DemoAffineDecomposition();
     DemoRotations();
     DemoRotationClass();
     DemoRootsAndRandom();
+    DemoSignal();
     return 0;
 }

@@ -3,6 +3,8 @@
 
 void DemoVectors();
 void DemoMatrices();
+void DemoAffineDecomposition();
 void DemoRotations();
 void DemoRotationClass();
 void DemoRootsAndRandom();
+void DemoSignal();

@@ -22,8 +22,10 @@
 
 // Matrices.
 #include "math/matrices/matrix33.h"
+#include "math/matrices/matrix44.h"
 #include "math/matrices/matrix_mn.h"
 #include "math/matrices/rotation_matrix.h"
+#include "math/matrices/transformation_matrix.h"
 
 // Rotations.
 #include "math/rotations/euler_angles.h"
@@ -32,6 +34,11 @@
 #include "math/rotations/rotation.h"
 #include "math/rotations/rotation3.h"
 #include "math/rotations/rotation_order.h"
+
+// Signal processing.
+#include "math/signal/dsp_signal.h"
+#include "math/signal/dsp_transform.h"
+#include "math/signal/fft_kernels.h"
 
 // Noise tables and random numbers.
 #include "math/noise/bsd_random.h"

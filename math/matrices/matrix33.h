@@ -127,6 +127,9 @@ inline int Inverse33(const double* s, double* d, int transpose, double eps) {
 }  // namespace math3d_detail
 
 template <typename T>
+class C3DMatrix44Tpl;
+
+template <typename T>
 class MATH_API C3DMatrix33Tpl {
 public:
     using value_type = T;
@@ -152,6 +155,9 @@ public:
         for (int i = 0; i < 3; ++i)
             for (int j = 0; j < 3; ++j) m_Values[i][j] = T(values[i][j]);
     }
+    // The 3x3 minor of m without that row and column, the others kept in order (defined in
+    // matrix44.h).
+    C3DMatrix33Tpl(int row, int col, const C3DMatrix44Tpl<T>& m);
     // Takes the upper-left 3x3 of a 4x4 float array.
     C3DMatrix33Tpl& operator=(const float (&values)[4][4]) {
         for (int i = 0; i < 3; ++i)
@@ -175,6 +181,8 @@ public:
         return *this;
     }
     C3DMatrix33Tpl& Set(const C3DMatrix33Tpl& m) { return *this = m; }
+    // The 3x3 minor of m without that row and column.
+    C3DMatrix33Tpl& Set(int row, int col, const C3DMatrix44Tpl<T>& m);
     C3DMatrix33Tpl& SetRow(int i, T a, T b, T c) {
         m_Values[i][0] = a;
         m_Values[i][1] = b;

@@ -77,6 +77,10 @@ template <typename T>
 class C3DMatrix33Tpl;
 template <typename T>
 class C3DRotMatTpl;
+template <typename T>
+class C3DMatrix44Tpl;
+template <typename T>
+class C3DXfoMatTpl;
 
 template <typename T>
 class MATH_API C3DVector3Tpl {
@@ -212,6 +216,13 @@ public:
     C3DVector3Tpl& Mul(const C3DMatrix33Tpl<T>& m, const C3DVector3Tpl& v);
     C3DVector3Tpl& Mul(const C3DVector3Tpl& v, const C3DRotMatTpl<T>& m);
     C3DVector3Tpl& Mul(const C3DRotMatTpl<T>& m, const C3DVector3Tpl& v);
+    // The point v through a 4x4 matrix (defined in matrix44.h): (X, Y, Z, W) starts from row 3,
+    // each non-zero component of v adds its row (a zero component is skipped, so it meets no
+    // infinite element), and this = (X, Y, Z) / W, with no test of W.
+    C3DVector3Tpl& Mul(const C3DVector3Tpl& v, const C3DMatrix44Tpl<T>& m);
+    // The point v through an affine matrix (defined in transformation_matrix.h): the same from
+    // the translation row, without W and without the divide.
+    C3DVector3Tpl& Mul(const C3DVector3Tpl& v, const C3DXfoMatTpl<T>& m);
     // (1 - t) * a + t * b
     C3DVector3Tpl& LinearPositionInterpolate(const C3DVector3Tpl& a, const C3DVector3Tpl& b,
                                              T t) {

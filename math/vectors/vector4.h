@@ -16,6 +16,9 @@
 #include "math/vectors/vector3.h"
 
 template <typename T>
+class C3DMatrix44Tpl;
+
+template <typename T>
 class MATH_API C3DVector4Tpl {
 public:
     using value_type = T;
@@ -100,6 +103,14 @@ public:
     C3DVector4Tpl& DivComp(const C3DVector4Tpl& a, const C3DVector4Tpl& b) {
         return Set(a.x / b.x, a.y / b.y, a.z / b.z, a.w / b.w);
     }
+    // Products with a 4x4 matrix (defined in matrix44.h), formed before they are stored so v may
+    // be this vector. An affine C3DXfoMatTpl takes these forms too, its column 3 as stored.
+    // this = m * v (v as a column): r_i = sum_j m_ij v_j
+    C3DVector4Tpl& Mul(const C3DMatrix44Tpl<T>& m, const C3DVector4Tpl& v);
+    // this = v * m (v as a row): r_j = sum_i v_i m_ij
+    C3DVector4Tpl& Mul(const C3DVector4Tpl& v, const C3DMatrix44Tpl<T>& m);
+    // this = this * m
+    C3DVector4Tpl& Mul(const C3DMatrix44Tpl<T>& m);
     // Each component whose magnitude is below value becomes +value or -value with its sign
     // (zero becomes +value).
     C3DVector4Tpl& SetMinimal(T value) {
