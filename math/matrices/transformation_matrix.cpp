@@ -5,6 +5,9 @@
 #include <limits>
 
 #include "math/rotations/euler_angles.h"
+#include "math/rotations/quaternion.h"
+#include "math/rotations/rotation.h"
+#include "math/rotations/rotation3.h"
 
 namespace {
 
@@ -247,6 +250,36 @@ void C3DXfoMatTpl<T>::GetRotation(C3DRotMatTpl<T>& r) const {
     SignedRowLengths(s);
     for (int i = 0; i < 3; ++i)
         r.SetRow(i, m_Values[i][0] / s[i], m_Values[i][1] / s[i], m_Values[i][2] / s[i]);
+}
+
+template <typename T>
+void C3DXfoMatTpl<T>::GetRotation(C3DRotation& r) const {
+    C3DRotMatTpl<T> m(C3DInitRequest_DoNotInitialize{});
+    GetRotation(m);
+    C3DRotMatTpl<double> wide(C3DInitRequest_DoNotInitialize{});
+    for (int k = 0; k < 9; ++k) wide.GetArray()[k] = m.GetArray()[k];
+    r.Set(wide);
+}
+
+template <typename T>
+void C3DXfoMatTpl<T>::GetRotation(C3DRotation3Tpl<T>& r) const {
+    C3DRotMatTpl<T> m(C3DInitRequest_DoNotInitialize{});
+    GetRotation(m);
+    C3DQuatTpl<T> q;
+    F3DMatToQuat(m, q);
+    r.Set(q);
+}
+
+template <typename T>
+void C3DXfoMatTpl<T>::GetScalingAndRotation(V& s, C3DRotation& r) const {
+    GetScaling(s);
+    GetRotation(r);
+}
+
+template <typename T>
+void C3DXfoMatTpl<T>::GetScalingAndRotation(V& s, C3DRotation3Tpl<T>& r) const {
+    GetScaling(s);
+    GetRotation(r);
 }
 
 template <typename T>

@@ -15,6 +15,10 @@
 #include "math/matrices/matrix44.h"
 #include "math/matrices/rotation_matrix.h"
 
+class C3DRotation;
+template <typename T>
+class C3DRotation3Tpl;
+
 template <typename T>
 class MATH_API C3DXfoMatTpl : public C3DMatrix44Tpl<T> {
     using Base = C3DMatrix44Tpl<T>;
@@ -98,6 +102,13 @@ public:
     // re-orthogonalised: a sheared matrix gives a non-orthogonal result. The sign rule makes the
     // result proper (determinant >= 0) whatever the bits.
     void GetRotation(C3DRotMatTpl<T>& r) const;
+    // The same rotation handed to the rotation classes: to C3DRotation as its matrix (widened to
+    // double, the order of r kept), to C3DRotation3Tpl as its quaternion (F3DMatToQuat).
+    void GetRotation(C3DRotation& r) const;
+    void GetRotation(C3DRotation3Tpl<T>& r) const;
+    // GetScaling and GetRotation.
+    void GetScalingAndRotation(V& s, C3DRotation& r) const;
+    void GetScalingAndRotation(V& s, C3DRotation3Tpl<T>& r) const;
     // Row i of the linear part = f_i * row i of r and the bits from the signs of s, where f_i is
     // s_i, except that |s_i| < 1e-12 gives 9.999999974752427e-07 (the single-precision 1e-6)
     // for s_i >= 0 and -1e-12 for s_i < 0. The translation and column 3 are kept.

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "math/foundations/dump.h"
+#include "math/matrices/transformation_matrix.h"
 #include "math/rotations/euler_angles.h"
 #include "math/rotations/euler_target.h"
 #include "math/rotations/rotation.h"
@@ -40,6 +41,23 @@ C3DRotation3Tpl<T>& C3DRotation3Tpl<T>::Set(const V& x, const V& y, const V& z) 
     Q q;
     F3DMatToQuat(R(x, y, z, 1), q);
     return Set(q);
+}
+
+template <typename T>
+C3DRotation3Tpl<T>& C3DRotation3Tpl<T>::Set(const C3DMatrix33Tpl<T>& m) {
+    C3DXfoMatTpl<T> x;
+    x.Set(m).ComputeSignBits();
+    x.GetRotation(*this);
+    return *this;
+}
+
+template <typename T>
+C3DRotation3Tpl<T>& C3DRotation3Tpl<T>::Set(const C3DMatrix44Tpl<T>& m) {
+    C3DXfoMatTpl<T> x(C3DInitRequest_DoNotInitialize{});
+    x.Set(m);
+    x.ComputeSignBits();
+    x.GetRotation(*this);
+    return *this;
 }
 
 template <typename T>
@@ -192,6 +210,16 @@ void C3DRotation3Tpl<T>::GetMatrix(C3DMatrix33Tpl<T>& m) const {
     r.Set(m);
     GetMatrix(r);
     m.Set(r);
+}
+
+template <typename T>
+void C3DRotation3Tpl<T>::GetMatrix(C3DMatrix44Tpl<T>& m) const {
+    if (m_Rep > E3DROTREP_AXISANGLE) return;
+    R r;
+    GetMatrix(r);
+    m.SetIdentity();
+    for (int i = 0; i < 3; ++i)
+        for (int j = 0; j < 3; ++j) m.Set(i, j, r.Get(i, j));
 }
 
 template <typename T>

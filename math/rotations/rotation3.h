@@ -21,6 +21,7 @@
 #include "math/foundations/init_request.h"
 #include "math/foundations/tolerance.h"
 #include "math/matrices/matrix33.h"
+#include "math/matrices/matrix44.h"
 #include "math/matrices/rotation_matrix.h"
 #include "math/rotations/quaternion.h"
 #include "math/rotations/rotation_order.h"
@@ -53,6 +54,8 @@ public:
     explicit C3DRotation3Tpl(const Q& q) { Set(q); }
     C3DRotation3Tpl(tagE3DAXISTYPE axis, T angle) : m_Slots{0, 0, 0, 0} { Set(axis, angle); }
     C3DRotation3Tpl(const V& from, const V& to, int* status) { Set(from, to, status); }
+    explicit C3DRotation3Tpl(const C3DMatrix33Tpl<T>& m) { Set(m); }
+    explicit C3DRotation3Tpl(const C3DMatrix44Tpl<T>& m) { Set(m); }
 
     unsigned int GetDynamicMemSize() const { return 0; }
 
@@ -79,6 +82,11 @@ public:
     C3DRotation3Tpl& Set(tagE3DAXISTYPE axis, T angle);
     // The quaternion of the matrix whose rows are x, y, z (F3DMatToQuat, so normalised).
     C3DRotation3Tpl& Set(const V& x, const V& y, const V& z);
+    // The quaternion of the rotation of a matrix (a C3DRotMatTpl too) or of the upper-left 3x3 of a
+    // 4x4 matrix, extracted as C3DXfoMatTpl::GetRotation does with the mirror bits set from the
+    // sign of the determinant: a mirroring matrix gives the proper rotation of its negation.
+    C3DRotation3Tpl& Set(const C3DMatrix33Tpl<T>& m);
+    C3DRotation3Tpl& Set(const C3DMatrix44Tpl<T>& m);
     // The quaternion of C3DRotation::Set(from, to, status), computed in double. The status (1 for
     // opposite vectors, else 0) is written through status when it is not null and returned.
     int Set(const V& from, const V& to, int* status);
@@ -121,6 +129,8 @@ public:
     // quaternion.
     void GetMatrix(R& m) const;
     void GetMatrix(C3DMatrix33Tpl<T>& m) const;
+    // The same in the upper-left 3x3 of the identity (the mask byte is kept).
+    void GetMatrix(C3DMatrix44Tpl<T>& m) const;
 
     // --- tests -------------------------------------------------------------------------------
     // Exact: quaternion (0, 0, 0, 1); Euler angles all 0, whatever the order; angle 0, whatever

@@ -3,10 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstring>
 #include <random>
 #include <sstream>
 
+#include "math/matrices/transformation_matrix.h"
+#include "math/rotations/rotation.h"
 #include "reference_rotations.h"
 
 namespace {
@@ -32,8 +33,9 @@ protected:
         EXPECT_EQ(AreAlmostEqual(Wide(read), m, kTol), 1) << read << "\nagainst\n" << m;
     }
     static void ExpectSlots(const R3& r, T a, T b, T c, T d) {
-        const T expected[4] = {a, b, c, d};
-        EXPECT_EQ(std::memcmp(r.GetArray(), expected, sizeof expected), 0) << r;
+        const T* s = r.GetArray();
+        EXPECT_TRUE(s[0] == a && s[1] == b && s[2] == c && s[3] == d)
+            << s[0] << " " << s[1] << " " << s[2] << " " << s[3];
     }
     // A rotation in each representation, with its reference matrix: Euler angles beyond pi in
     // any order, a quaternion of any length, an axis of any length.
@@ -169,6 +171,43 @@ TYPED_TEST(Rotation3Test, ScalingContinuityAndAlignment) {
     EXPECT_EQ(animated.AlignAxesToVct(E3DAXIS_X, V(0, 0, 2), E3DAXIS_Y, V(0, 0, 5), &status), 1);
     EXPECT_EQ(status, 1);
     this->ExpectSlots(animated, 7, T(0.2), T(-4), 4);
+}
+
+TYPED_TEST(Rotation3Test, MatricesAndTheTransformationMatrix) {
+    using R3 = typename TestFixture::R3;
+    using V = typename TestFixture::V;
+    using T = TypeParam;
+    std::mt19937 rng(6);
+    C3DRotMatTpl<double> m;
+    const R3 r = this->Random(rng, E3DROTREP_EULER, m);
+    typename TestFixture::R rotation;
+    C3DMatrix33Tpl<T> m33;
+    C3DMatrix44Tpl<T> m44;
+    r.GetMatrix(rotation);
+    r.GetMatrix(m33);
+    r.GetMatrix(m44);
+    EXPECT_EQ(C3DMatrix33Tpl<T>(3, 3, m44), rotation);
+    EXPECT_TRUE(m44.Get(3, 3) == 1 && m44.Get(3, 0) == 0 && m44.Get(0, 3) == 0);
+    // From the matrices as quaternions; a mirroring one gives the rotation of its negation, a
+    // translation is ignored.
+    this->ExpectRotation(R3(rotation), m);
+    this->ExpectRotation(R3(m33.Mul(T(-2))), m);
+    this->ExpectRotation(R3(m44.Set(3, 0, 5)), m);
+    // The transformation matrix hands its rotation over with the scaling its bits give.
+    C3DXfoMatTpl<T> x;
+    x.Set(C3DMatrix33Tpl<T>(-2, 0, 0, 0, 3, 0, 0, 0, 4));  // all three bits
+    V s;
+    R3 r3;
+    x.GetScalingAndRotation(s, r3);
+    EXPECT_EQ(s, V(-2, -3, -4));
+    this->ExpectSlots(r3, 1, 0, 0, 0);  // the half turn about X
+    C3DRotation r64;
+    r64.Set(E3DROTORDER_ZYX, 0);
+    x.SetSclSignBits(2).GetScalingAndRotation(s, r64);  // the X bit alone
+    EXPECT_EQ(s, V(-2, 3, 4));
+    EXPECT_EQ(r64.GetFlags(), 21);
+    EXPECT_EQ(r64.GetRotOrder(), E3DROTORDER_ZYX);
+    EXPECT_TRUE(r64.IsIdentity());
 }
 
 TYPED_TEST(Rotation3Test, ComparisonsConvertTheRightOperand) {
