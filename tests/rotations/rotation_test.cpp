@@ -322,25 +322,28 @@ TEST(RotationTest, AlignToAxes) {
     int (C3DRotation::*const align[3])(const V&, int&) = {
         &C3DRotation::AlignToX, &C3DRotation::AlignToY, &C3DRotation::AlignToZ};
     for (int axis = 0; axis < 3; ++axis) {
-        C3DRotation r;
+        C3DRotation r, halfTurn;
+        const auto alignTo = [&r, &align, axis](const V& v, int& status) {
+            return (r.*align[axis])(v, status);
+        };
         int status = 1;
         const V v = RandomVector(rng);
-        EXPECT_EQ((r.*align[axis])(v, status) - status, 1);
+        EXPECT_EQ(alignTo(v, status) - status, 1);
         R m;
         r.GetMatrix(m);
         ExpectProper(m);
         EXPECT_EQ(AreAlmostEqual(V().Mul(v, m), V(axis, v.GetLength()), 1e-15), 1);
         // Along the axis: the identity, or a half turn about the next axis.
-        EXPECT_EQ((r.*align[axis])(V(axis, 2), status) + status, 2);
+        EXPECT_EQ(alignTo(V(axis, 2), status) + status, 2);
         EXPECT_EQ(r.GetFlags(), 56);
-        (r.*align[axis])(V(axis, -2), status);
-        C3DRotation halfTurn;
+        alignTo(V(axis, -2), status);
         Q q, expected;
         r.GetQuat(q);
         halfTurn.Set(tagE3DAXISTYPE((axis + 1) % 3), kPi).GetQuat(expected);
         EXPECT_EQ(q, expected);
         // A null vector fails, the identity flag cleared.
-        EXPECT_EQ((r.SetIdentity().*align[axis])(V(0, 0, 0), status), 0);
+        r.SetIdentity();
+        EXPECT_EQ(alignTo(V(0, 0, 0), status), 0);
         EXPECT_EQ(r.GetFlags(), 24);
     }
 }
