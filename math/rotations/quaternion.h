@@ -188,9 +188,8 @@ public:
             const double k = 1.0 / math3d_detail::Sqrt(s);
             Set(T(m_W * k), T(m_X * k), T(m_Y * k), T(m_Z * k));
         }
-        // Written only when out of range: a store of W alone would stall a following copy of
-        // the whole quaternion.
-        if (std::fabs(m_W) > T(1)) m_W = m_W < T(0) ? T(-1) : T(1);
+        if (m_W < T(-1)) m_W = T(-1);
+        if (m_W > T(1)) m_W = T(1);
         return *this;
     }
 
