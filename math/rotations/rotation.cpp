@@ -44,6 +44,20 @@ bool SameRotationInBothOrders(int nonZero, tagE3DROTORDER from, tagE3DROTORDER t
     return (kPlace[from][i] < kPlace[from][j]) == (kPlace[to][i] < kPlace[to][j]);
 }
 
+// out[i] = in[i] m, or m in[i] for the inverse of a rotation m; copies for the identity.
+void RotateVectors(const C3DRotMatTpl<double>& m, bool identity, bool inverse,
+                   const C3DVector3Tpl<double>* in, int n, C3DVector3Tpl<double>* out) {
+    for (int i = 0; i < n; ++i) {
+        if (identity) {
+            out[i] = in[i];
+        } else if (inverse) {
+            out[i].Mul(m, in[i]);
+        } else {
+            out[i].Mul(in[i], m);
+        }
+    }
+}
+
 double AngleOf(const C3DQuatTpl<double>& q) { return 2.0 * std::acos(q.GetW()); }
 double Degrees(double angle) { return angle * 180.0 / kPi; }
 
@@ -302,26 +316,12 @@ void C3DRotation::GetAxisAngle(V& axis, double& angle) {
 
 void C3DRotation::RotateVct(const V* in, int n, V* out) {
     if (HasFlag(k_MatrixStale)) UpdateMatrix();
-    const bool identity = HasFlag(k_Identity);
-    for (int i = 0; i < n; ++i) {
-        if (identity) {
-            out[i] = in[i];
-        } else {
-            out[i].Mul(in[i], m_Matrix);
-        }
-    }
+    RotateVectors(m_Matrix, HasFlag(k_Identity), false, in, n, out);
 }
 
 void C3DRotation::InvRotateVct(const V* in, int n, V* out) {
     if (HasFlag(k_MatrixStale)) UpdateMatrix();
-    const bool identity = HasFlag(k_Identity);
-    for (int i = 0; i < n; ++i) {
-        if (identity) {
-            out[i] = in[i];
-        } else {
-            out[i].Mul(m_Matrix, in[i]);
-        }
-    }
+    RotateVectors(m_Matrix, HasFlag(k_Identity), true, in, n, out);
 }
 
 bool C3DRotation::IsExactlyIdentity() {
