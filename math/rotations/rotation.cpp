@@ -382,9 +382,9 @@ C3DRotation& C3DRotation::Mul(C3DRotation& a, C3DRotation& b) {
         return *this;
     }
     if (!aIdentity) {
-        CopyUnlessSelf(a, 1);
+        Set(a, 1);
     } else if (!bIdentity) {
-        CopyUnlessSelf(b, 1);
+        Set(b, 1);
     } else {
         SetIdentity();
     }
@@ -399,7 +399,7 @@ C3DRotation& C3DRotation::MulUsingEulerAnglesTarget(C3DRotation& a, C3DRotation&
     if (!aIdentity && !bIdentity) {
         SetProduct(a, b);
     } else {
-        CopyUnlessSelf(aIdentity ? b : a, 0);
+        Set(aIdentity ? b : a, 0);
     }
     SetAnglesNearest(target, order);
     return *this;
@@ -431,7 +431,7 @@ C3DRotation& C3DRotation::MulAndUpdateEulerAngles(C3DRotation& a, C3DRotation& b
     }
     // One side is the identity: this becomes the other, whose angles are kept when they are the
     // chosen ones.
-    CopyUnlessSelf(aIdentity ? b : a, 0);
+    Set(aIdentity ? b : a, 0);
     if (aIdentity != first) {
         if (HasFlag(k_AnglesStale)) UpdateXYZAngles();
         m_Flags = static_cast<unsigned char>((m_Flags & ~k_PrimaryMask) | k_PrimaryAngles);

@@ -94,13 +94,14 @@ public:
     // are kept and read in the new order: the rotation changes. With the identity bit set only
     // the order changes.
     C3DRotation& Set(tagE3DROTORDER order, int keepRotation);
-    // Copies the current caches, the flags, the angle and the order of r; with keepOrder the
-    // previous order of this rotation is then restored, keeping the rotation (Set(order, 1)).
+    // Copies the current caches, the flags, the angle and the order of r (nothing when r is this
+    // rotation); with keepOrder the previous order of this rotation is then restored, keeping the
+    // rotation (Set(order, 1)).
     C3DRotation& Set(const C3DRotation& r, int keepOrder);
 
     // The matrix primary, of the frame whose axis a1 is along p and whose axis a2 lies in the
     // half-plane of p and q, completed to a right-handed orthonormal frame. Returns 0 and changes
-    // nothing when a1 == a2 or p is null (every |component| <= 1e-12). When p and q are parallel,
+    // nothing when a1 == a2, an axis is outside 0 to 2 or p is null (every |component| <= 1e-12). When p and q are parallel,
     // or q is null, status is 1 and q is replaced by p plus 1 on axis a2 (p plus 1 on axis a1 when
     // p lies along a2).
     int AlignAxesToVct(tagE3DAXISTYPE a1, const V& p, tagE3DAXISTYPE a2, const V& q, int& status);
@@ -189,10 +190,6 @@ private:
     void SetQuatPrimary(const Q& q, double angle);
     // The matrix primary and current, quaternion and angles stale.
     void SetMatrixPrimary(const R& m);
-    // Becomes a copy of r (Set(r, keepOrder)) unless r is this rotation.
-    void CopyUnlessSelf(C3DRotation& r, int keepOrder) {
-        if (&r != this) Set(r, keepOrder);
-    }
     // The normalised product qb qa with its angle, the quaternion primary.
     void SetProduct(C3DRotation& a, C3DRotation& b);
     // The matrix rebuilt from the quaternion and the Euler triple of that order nearest to
