@@ -8,7 +8,6 @@
 #include <random>
 #include <sstream>
 
-#include "math/rotations/euler_angles.h"
 #include "reference_rotations.h"
 
 namespace {
