@@ -115,6 +115,11 @@ TYPED_TEST(Vector2Test, BarycentricEdgeFallbackOfClockwiseAndDegenerateTriangles
     EXPECT_EQ(GetBarycentricCoords(P(1, 0.5), a, b, c, u, v, w, TypeParam(2), 2), 1);
     this->ExpectNear(P(u, w), P(1.125, -0.125), 0);
     EXPECT_EQ(v, 0);
+    // Touching it as the end vertex counts too: a -> b (distance 1.5) beats c -> a (0.25), and
+    // as a tie of priorities the nearer a -> b beats b -> c (distance 5.25). Too far: 0.
+    EXPECT_EQ(GetBarycentricCoords(P(0.25, 1.5), a, b, c, u, v, w, TypeParam(2), 1), 0);
+    this->ExpectNear(P(u, v), P(0.9375, 0.0625), 0);
+    EXPECT_EQ(w, 0);
     // Degenerate triangle with p = (-1, 0) on c -> a (t = 0.5) and b -> c (t = 0.75), both at
     // distance 0: the edge visited first wins, unless the other touches the preferred vertex.
     const auto d0 = P(0, 0), d1 = P(2, 0), d2 = P(-2, 0);
