@@ -9,25 +9,16 @@ namespace {
 
 constexpr double kPi = 3.141592653589793;
 
-TEST(IsValidNumber, FiniteValuesAreValidInBothPrecisions) {
-    for (double v : {0.0, -0.0, 1.0, -1e300, std::numeric_limits<double>::denorm_min(),
-                     std::numeric_limits<double>::max()}) {
-        EXPECT_TRUE(F3DIsValidNumber(v)) << v;
+TEST(IsValidNumber, OnlyInfinitiesAndNaNsAreInvalid) {
+    using D = std::numeric_limits<double>;
+    using F = std::numeric_limits<float>;
+    for (double v : {0.0, -0.0, -1e300, D::denorm_min(), D::max()})
+        EXPECT_TRUE(F3DIsValidNumber(v));
+    for (float v : {-0.0f, 1.0f, F::denorm_min(), F::max()}) EXPECT_TRUE(F3DIsValidNumber(v));
+    for (double v : {D::infinity(), -D::infinity(), D::quiet_NaN()}) {
+        EXPECT_FALSE(F3DIsValidNumber(v));
+        EXPECT_FALSE(F3DIsValidNumber(float(v)));
     }
-    for (float v : {0.0f, -0.0f, 1.0f, std::numeric_limits<float>::denorm_min(),
-                    std::numeric_limits<float>::max()}) {
-        EXPECT_TRUE(F3DIsValidNumber(v)) << v;
-    }
-}
-
-TEST(IsValidNumber, InfinitiesAndNaNsAreInvalid) {
-    const double inf = std::numeric_limits<double>::infinity();
-    EXPECT_FALSE(F3DIsValidNumber(inf));
-    EXPECT_FALSE(F3DIsValidNumber(-inf));
-    EXPECT_FALSE(F3DIsValidNumber(std::nan("")));
-    EXPECT_FALSE(F3DIsValidNumber(static_cast<float>(inf)));
-    EXPECT_FALSE(F3DIsValidNumber(-static_cast<float>(inf)));
-    EXPECT_FALSE(F3DIsValidNumber(std::nanf("")));
 }
 
 TEST(CompareEpsilon, ToleranceScalesWithThePowerOfTwoOfTheLargerMagnitude) {
@@ -40,7 +31,6 @@ TEST(CompareEpsilon, ToleranceScalesWithThePowerOfTwoOfTheLargerMagnitude) {
     EXPECT_EQ(F3DCompareEpsilon(0.0, 1e-7, 1e-6), -1);
     EXPECT_EQ(F3DCompareEpsilon(1e-7, 0.0, 1e-6), 1);
     EXPECT_EQ(F3DCompareEpsilon(0.0, 0.0, 1e-6), 0);
-    EXPECT_EQ(F3DCompareEpsilon(0.0f, 0.0f, 1e-6f), 0);
     EXPECT_EQ(F3DCompareEpsilon(2.0f, 1.0f, 1e-6f), 1);
     EXPECT_EQ(F3DCompareEpsilon(1.0f, 1.0f + 1e-7f, 1e-6f), 0);
 }
@@ -63,6 +53,7 @@ TEST(ArcSinCos, BranchesAndTheirBoundaries) {
     // Clamps of the asin branches, unreachable for consistent pairs.
     EXPECT_EQ(F3DArcSinCos(2, -0.9), kPi / 2);
     EXPECT_EQ(F3DArcSinCos(-2, 0.9), -kPi / 2);
+    EXPECT_TRUE(std::isnan(F3DArcSinCos(0.5, std::nan(""))));  // the acos branch
 }
 
 TEST(ArcSinCos, RecoversTheAngleAllAroundTheCircle) {
@@ -71,10 +62,6 @@ TEST(ArcSinCos, RecoversTheAngleAllAroundTheCircle) {
         // sin(pi) rounds to +1.2e-16, so +pi comes back as pi; only an exact 0 sine gives -pi.
         EXPECT_NEAR(F3DArcSinCos(std::sin(angle), std::cos(angle)), angle, 4e-16 * 8) << angle;
     }
-}
-
-TEST(ArcSinCos, NaNCosineUsesTheAcosBranch) {
-    EXPECT_TRUE(std::isnan(F3DArcSinCos(0.5, std::nan(""))));
 }
 
 TEST(NearestDiscreteValue, RoundsHalvesAwayFromTheOrigin) {

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 
 namespace {
 
@@ -76,10 +75,6 @@ TEST(PerlinNoiseTables, HashHashBuiltOnceFromItsRule) {
             EXPECT_EQ(rec[4], 5 - level(P::grad4[j][3])) << i << " " << j;
         }
     }
-    const std::uint32_t first[5] = {4, 8, 8, 8, 3};  // (0,1,1,1) with itself
-    EXPECT_EQ(0, std::memcmp(P::grad4hashhash[0][0], first, sizeof first));
-    for (int i = 0; i < 32; ++i) EXPECT_EQ(P::grad4hashhash[i][7][4], 5u);
-
     // Once set, the flag makes later calls return without writing.
     P::grad4hashhash[3][4][2] = 1234;
     P::InitHashHash();

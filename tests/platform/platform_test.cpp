@@ -20,12 +20,10 @@ TEST(Guid, EqualityComparesAllSixteenBytes) {
 }
 
 TEST(HResult, SignDecidesSuccess) {
-    EXPECT_TRUE(SUCCEEDED(S_OK));
-    EXPECT_TRUE(SUCCEEDED(S_FALSE));
-    for (HRESULT hr : {E_NOTIMPL, E_NOINTERFACE, E_POINTER, E_UNEXPECTED, E_OUTOFMEMORY,
-                       E_INVALIDARG, E_FAIL}) {
+    EXPECT_TRUE(SUCCEEDED(S_OK) && SUCCEEDED(S_FALSE));
+    for (HRESULT hr :
+         {E_NOTIMPL, E_NOINTERFACE, E_POINTER, E_UNEXPECTED, E_OUTOFMEMORY, E_INVALIDARG, E_FAIL})
         EXPECT_TRUE(FAILED(hr));
-    }
     EXPECT_EQ(static_cast<std::uint32_t>(E_INVALIDARG), 0x80070057u);
     EXPECT_EQ(static_cast<std::uint32_t>(E_POINTER), 0x80004003u);
 }

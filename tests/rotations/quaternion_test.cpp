@@ -34,14 +34,11 @@ TYPED_TEST(QuaternionTest, LayoutAndTests) {
     using Q = typename TestFixture::Q;
     using T = TypeParam;
     EXPECT_TRUE(Q().IsIdentity());
-    EXPECT_FALSE(Q(-1, 0, 0, 0).IsIdentity());  // the same rotation, not the identity
-    EXPECT_FALSE(Q(-1, 0, 0, 0).IsIdentity(T(0.1)));
+    EXPECT_FALSE(Q(-1, 0, 0, 0).IsIdentity(T(0.1)));  // the same rotation, not the identity
     EXPECT_TRUE(Q(T(0.75), T(0.25), 0, 0).IsIdentity(T(0.25)));  // <=
     EXPECT_FALSE(Q(T(0.25), 5, 5, 5).IsPure(T(0.25)));           // <
     C3DVector4Tpl<T> v(1, 2, 3, 4);                              // w last
     EXPECT_EQ(Q(v), Q(4, 1, 2, 3));
-    Q(4, 1, 2, 3).Get(v);
-    EXPECT_EQ(v, C3DVector4Tpl<T>(1, 2, 3, 4));
 }
 
 TYPED_TEST(QuaternionTest, HamiltonProductOfTheBasisUnits) {
@@ -105,15 +102,11 @@ TYPED_TEST(QuaternionTest, SlerpFollowsTheShorterGreatArc) {
 
 TYPED_TEST(QuaternionTest, TextFormat) {
     using Q = typename TestFixture::Q;
-    std::ostringstream os;
-    os << Q();
-    EXPECT_EQ(os.str(), "( W:1  X:0  Y:0  Z:0 )");
     std::ostringstream dump;
     Q(0.5, 1, 2, 3).Dump("q", dump);
     EXPECT_EQ(dump.str(), "q\n( W:0.5  X:1  Y:2  Z:3 )\n");  // no blank line
-    std::istringstream is("4 1 2 3");
     Q read;
-    is >> read;
+    std::istringstream("4 1 2 3") >> read;  // bare numbers, W first
     EXPECT_EQ(read, Q(4, 1, 2, 3));
 }
 
@@ -168,6 +161,11 @@ TYPED_TEST(QuaternionTest, AxisAngle) {
         EXPECT_NEAR(angle, c.angle, 10 * this->kTol);
         EXPECT_EQ(AreAlmostEqual(axis, c.axis, T(10 * this->kTol)), 1) << axis;
     }
+    // A sine far below 1e-3 still gives the axis (in float W rounds to 1: no angle, no axis).
+    V axis;
+    T angle;
+    F3DQuatToAxisAngle(Q(T(std::cos(1e-4)), T(std::sin(1e-4)), 0, 0), axis, angle);
+    EXPECT_NEAR(axis.x, this->kDouble ? 1 : 0, 1e-6);
     // The axis need not be of unit length; a null one is kept as the vector part.
     Q q;
     F3DAxisAngleToQuat(V(0, 0, 2), T(1), q);

@@ -19,24 +19,17 @@ using namespace fftref;
 namespace {
 
 // Allocations above 2 GB fail while it lives (the sanitizer build caps them at 1 GB instead).
-class AllocationCap {
-  public:
-    AllocationCap() {
+struct AllocationCap {
+    rlimit saved{};
 #if !defined(__SANITIZE_ADDRESS__)
-        getrlimit(RLIMIT_AS, &saved_);
-        rlimit capped = saved_;
+    AllocationCap() {
+        getrlimit(RLIMIT_AS, &saved);
+        rlimit capped = saved;
         capped.rlim_cur = rlim_t(2) << 30;
         setrlimit(RLIMIT_AS, &capped);
-#endif
     }
-    ~AllocationCap() {
-#if !defined(__SANITIZE_ADDRESS__)
-        setrlimit(RLIMIT_AS, &saved_);
+    ~AllocationCap() { setrlimit(RLIMIT_AS, &saved); }
 #endif
-    }
-
-  private:
-    rlimit saved_{};
 };
 
 // The standard error output since CaptureStderr, without the sanitizer's own notes.
@@ -153,18 +146,9 @@ enum Kind { kComplex, kReal, kSorted, kCosine, kSine };
 
 template <typename Transform, typename Signal>
 bool Run(Transform& t, Kind kind, int isgn, Signal* s) {
-    switch (kind) {
-        case kComplex:
-            return t.ComplexFFT(isgn, s);
-        case kReal:
-            return t.RealFFT(isgn, false, s);
-        case kSorted:
-            return t.RealFFT(isgn, true, s);
-        case kCosine:
-            return t.RealDCT(isgn, s);
-        default:
-            return t.RealDST(isgn, s);
-    }
+    if (kind == kComplex) return t.ComplexFFT(isgn, s);
+    if (kind == kReal || kind == kSorted) return t.RealFFT(isgn, kind == kSorted, s);
+    return kind == kCosine ? t.RealDCT(isgn, s) : t.RealDST(isgn, s);
 }
 
 // One operation on a signal of these transform sizes (the sorted layout's rows two doubles
