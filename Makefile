@@ -3,11 +3,12 @@
 #   make test    build (warnings as errors) and run every test
 #   make bench   build and run the benchmarks against the installed peers
 #   make asan    build and run the tests under AddressSanitizer + UndefinedBehaviorSanitizer
+#   make clang   build and run the tests with clang
 #   make fuzz    build the libFuzzer targets with clang
 #   make format  apply clang-format to the sources
 JOBS ?= $(shell nproc)
 
-.PHONY: all deps demo test bench asan fuzz format clean
+.PHONY: all deps demo test bench asan clang fuzz format clean
 
 all: test
 
@@ -35,6 +36,12 @@ asan: deps
 	cmake --preset asan >/dev/null
 	cmake --build --preset asan -j $(JOBS)
 	ctest --preset asan -j $(JOBS)
+
+clang:
+	@scripts/install-deps.sh fuzz
+	cmake --preset clang >/dev/null
+	cmake --build --preset clang -j $(JOBS)
+	ctest --preset clang -j $(JOBS)
 
 fuzz:
 	@scripts/install-deps.sh fuzz

@@ -2,7 +2,7 @@
 # Makes sure the tools and libraries the build needs are present.
 #   scripts/install-deps.sh          what `make demo` and `make test` need
 #   scripts/install-deps.sh bench    also the peers the benchmarks compare against
-#   scripts/install-deps.sh fuzz     also clang and its libFuzzer runtime
+#   scripts/install-deps.sh fuzz     also clang and its libFuzzer runtime (also for the clang build)
 # Missing Debian packages are installed with apt-get when running as root (or with sudo when it
 # is available without a password); otherwise the script says what to install and fails.
 set -euo pipefail

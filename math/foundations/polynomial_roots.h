@@ -9,7 +9,7 @@
 #include "math/platform/win_types.h"
 
 // What F3DFindQuadraticRoots found.
-enum tagE3D_QUAD_ROOT_CODE {
+enum MATH_API tagE3D_QUAD_ROOT_CODE {
     E3D_QUAD_NO_ROOT = 0,
     E3D_QUAD_ONE_ROOT = 1,
     E3D_QUAD_TWO_ROOTS = 2,

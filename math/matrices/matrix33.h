@@ -127,7 +127,7 @@ inline int Inverse33(const double* s, double* d, int transpose, double eps) {
 }  // namespace math3d_detail
 
 template <typename T>
-class C3DMatrix44Tpl;
+class MATH_API C3DMatrix44Tpl;
 
 template <typename T>
 class MATH_API C3DMatrix33Tpl {

@@ -15,9 +15,9 @@
 #include "math/matrices/matrix44.h"
 #include "math/matrices/rotation_matrix.h"
 
-class C3DRotation;
+class MATH_API C3DRotation;
 template <typename T>
-class C3DRotation3Tpl;
+class MATH_API C3DRotation3Tpl;
 
 template <typename T>
 class MATH_API C3DXfoMatTpl : public C3DMatrix44Tpl<T> {

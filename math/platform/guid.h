@@ -5,7 +5,7 @@
 #include "math/foundations/export.h"
 #include "math/platform/win_types.h"
 
-struct GUID {
+struct MATH_API GUID {
     DWORD Data1;
     WORD Data2;
     WORD Data3;

@@ -4,7 +4,7 @@
 // runtime compile against this one.
 #include "math/platform/unknown.h"
 
-union LARGE_INTEGER {
+union MATH_API LARGE_INTEGER {
     struct {
         DWORD LowPart;
         LONG HighPart;
@@ -12,7 +12,7 @@ union LARGE_INTEGER {
     LONGLONG QuadPart;
 };
 
-union ULARGE_INTEGER {
+union MATH_API ULARGE_INTEGER {
     struct {
         DWORD LowPart;
         DWORD HighPart;
@@ -20,12 +20,12 @@ union ULARGE_INTEGER {
     ULONGLONG QuadPart;
 };
 
-struct FILETIME {
+struct MATH_API FILETIME {
     DWORD dwLowDateTime;
     DWORD dwHighDateTime;
 };
 
-struct STATSTG {
+struct MATH_API STATSTG {
     LPOLESTR pwcsName;
     DWORD type;
     ULARGE_INTEGER cbSize;
@@ -39,9 +39,14 @@ struct STATSTG {
     DWORD reserved;
 };
 
-enum STREAM_SEEK : DWORD { STREAM_SEEK_SET = 0, STREAM_SEEK_CUR = 1, STREAM_SEEK_END = 2 };
-enum STGTY : DWORD { STGTY_STORAGE = 1, STGTY_STREAM = 2, STGTY_LOCKBYTES = 3, STGTY_PROPERTY = 4 };
-enum STATFLAG : DWORD { STATFLAG_DEFAULT = 0, STATFLAG_NONAME = 1, STATFLAG_NOOPEN = 2 };
+enum MATH_API STREAM_SEEK : DWORD { STREAM_SEEK_SET = 0, STREAM_SEEK_CUR = 1, STREAM_SEEK_END = 2 };
+enum MATH_API STGTY : DWORD {
+    STGTY_STORAGE = 1,
+    STGTY_STREAM = 2,
+    STGTY_LOCKBYTES = 3,
+    STGTY_PROPERTY = 4
+};
+enum MATH_API STATFLAG : DWORD { STATFLAG_DEFAULT = 0, STATFLAG_NONAME = 1, STATFLAG_NOOPEN = 2 };
 
 // Stream status codes.
 constexpr HRESULT STG_E_INVALIDFUNCTION = static_cast<HRESULT>(0x80030001u);
@@ -59,7 +64,7 @@ extern "C" MATH_API const IID IID_ISequentialStream;
 // {0000000C-0000-0000-C000-000000000046}
 extern "C" MATH_API const IID IID_IStream;
 
-struct ISequentialStream : IUnknown {
+struct MATH_API ISequentialStream : IUnknown {
     virtual HRESULT STDMETHODCALLTYPE Read(void* buffer, ULONG size, ULONG* read) = 0;
     virtual HRESULT STDMETHODCALLTYPE Write(const void* buffer, ULONG size, ULONG* written) = 0;
 
@@ -67,18 +72,18 @@ protected:
     ~ISequentialStream() = default;
 };
 
-struct IStream : ISequentialStream {
+struct MATH_API IStream : ISequentialStream {
     virtual HRESULT STDMETHODCALLTYPE Seek(LARGE_INTEGER move, DWORD origin,
-                                          ULARGE_INTEGER* newPosition) = 0;
+                                           ULARGE_INTEGER* newPosition) = 0;
     virtual HRESULT STDMETHODCALLTYPE SetSize(ULARGE_INTEGER newSize) = 0;
     virtual HRESULT STDMETHODCALLTYPE CopyTo(IStream* target, ULARGE_INTEGER size,
-                                            ULARGE_INTEGER* read, ULARGE_INTEGER* written) = 0;
+                                             ULARGE_INTEGER* read, ULARGE_INTEGER* written) = 0;
     virtual HRESULT STDMETHODCALLTYPE Commit(DWORD flags) = 0;
     virtual HRESULT STDMETHODCALLTYPE Revert() = 0;
     virtual HRESULT STDMETHODCALLTYPE LockRegion(ULARGE_INTEGER offset, ULARGE_INTEGER size,
-                                                DWORD lockType) = 0;
+                                                 DWORD lockType) = 0;
     virtual HRESULT STDMETHODCALLTYPE UnlockRegion(ULARGE_INTEGER offset, ULARGE_INTEGER size,
-                                                  DWORD lockType) = 0;
+                                                   DWORD lockType) = 0;
     virtual HRESULT STDMETHODCALLTYPE Stat(STATSTG* stat, DWORD flags) = 0;
     virtual HRESULT STDMETHODCALLTYPE Clone(IStream** clone) = 0;
 

@@ -2,7 +2,7 @@
 // IUnknown: the reference-counting and query base of every COM interface.
 #include "math/platform/guid.h"
 
-struct IUnknown {
+struct MATH_API IUnknown {
     virtual HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) = 0;
     virtual ULONG STDMETHODCALLTYPE AddRef() = 0;
     virtual ULONG STDMETHODCALLTYPE Release() = 0;

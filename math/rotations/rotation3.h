@@ -29,7 +29,7 @@
 #include "math/vectors/vector4.h"
 
 // The representation of a C3DRotation3Tpl.
-enum E3DRotRep : unsigned char {
+enum MATH_API E3DRotRep : unsigned char {
     E3DROTREP_QUAT = 0,
     E3DROTREP_EULER = 1,
     E3DROTREP_AXISANGLE = 2,

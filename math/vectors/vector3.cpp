@@ -1,7 +1,9 @@
 #include "math/vectors/vector3.h"
 
-template <typename T>
-const C3DVector3Tpl<T> C3DVector3Tpl<T>::k_UnitVector(T(1), T(1), T(1));
+template <>
+const C3DVector3Tpl<float> C3DVector3Tpl<float>::k_UnitVector(1, 1, 1);
+template <>
+const C3DVector3Tpl<double> C3DVector3Tpl<double>::k_UnitVector(1, 1, 1);
 
 template <typename T>
 int C3DVector3Tpl<T>::SetOrthogonal(const C3DVector3Tpl& a, const C3DVector3Tpl& b) {

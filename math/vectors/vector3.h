@@ -74,13 +74,13 @@ inline T RaisedMagnitude(T c, T bound) {
 }  // namespace math3d_detail
 
 template <typename T>
-class C3DMatrix33Tpl;
+class MATH_API C3DMatrix33Tpl;
 template <typename T>
-class C3DRotMatTpl;
+class MATH_API C3DRotMatTpl;
 template <typename T>
-class C3DMatrix44Tpl;
+class MATH_API C3DMatrix44Tpl;
 template <typename T>
-class C3DXfoMatTpl;
+class MATH_API C3DXfoMatTpl;
 
 template <typename T>
 class MATH_API C3DVector3Tpl {
@@ -339,6 +339,12 @@ private:
         return useAbs != 0 ? C3DVector3Tpl(std::fabs(x), std::fabs(y), std::fabs(z)) : *this;
     }
 };
+
+// Defined once, in the library.
+template <>
+const C3DVector3Tpl<float> C3DVector3Tpl<float>::k_UnitVector;
+template <>
+const C3DVector3Tpl<double> C3DVector3Tpl<double>::k_UnitVector;
 
 using C3DVector3f = C3DVector3Tpl<float>;
 using C3DVector3d = C3DVector3Tpl<double>;

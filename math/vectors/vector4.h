@@ -16,7 +16,7 @@
 #include "math/vectors/vector3.h"
 
 template <typename T>
-class C3DMatrix44Tpl;
+class MATH_API C3DMatrix44Tpl;
 
 template <typename T>
 class MATH_API C3DVector4Tpl {

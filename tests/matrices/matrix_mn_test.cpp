@@ -59,7 +59,8 @@ TEST(MatrixMN, DimensionsStorageAndCopies) {
     copy.Set(0, 0, 9);
     assigned.Set(1, 1, 9);
     ExpectNear(original, Make({{1, 2}, {3, 4}}), 0);
-    ExpectNear(assigned = assigned, Make({{1, 2}, {3, 9}}), 0);
+    const C3DMatrixMN& alias = assigned;
+    ExpectNear(assigned = alias, Make({{1, 2}, {3, 9}}), 0);
 }
 
 TEST(MatrixMN, ArithmeticOverTheCurrentSizes) {
