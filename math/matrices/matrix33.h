@@ -14,6 +14,7 @@
 
 #include "math/foundations/dump.h"
 #include "math/foundations/export.h"
+#include "math/foundations/forward_declarations.h"
 #include "math/foundations/init_request.h"
 #include "math/foundations/tolerance.h"
 #include "math/vectors/vector3.h"
@@ -125,9 +126,6 @@ inline int Inverse33(const double* s, double* d, int transpose, double eps) {
 #endif
 
 }  // namespace math3d_detail
-
-template <typename T>
-class MATH_API C3DMatrix44Tpl;
 
 template <typename T>
 class MATH_API C3DMatrix33Tpl {

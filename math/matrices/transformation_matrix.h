@@ -15,10 +15,6 @@
 #include "math/matrices/matrix44.h"
 #include "math/matrices/rotation_matrix.h"
 
-class MATH_API C3DRotation;
-template <typename T>
-class MATH_API C3DRotation3Tpl;
-
 template <typename T>
 class MATH_API C3DXfoMatTpl : public C3DMatrix44Tpl<T> {
     using Base = C3DMatrix44Tpl<T>;

@@ -11,6 +11,7 @@
 
 #include "math/foundations/dump.h"
 #include "math/foundations/export.h"
+#include "math/foundations/forward_declarations.h"
 #include "math/foundations/tolerance.h"
 #include "math/platform/kel_vector.h"
 
@@ -72,15 +73,6 @@ inline T RaisedMagnitude(T c, T bound) {
 }
 
 }  // namespace math3d_detail
-
-template <typename T>
-class MATH_API C3DMatrix33Tpl;
-template <typename T>
-class MATH_API C3DRotMatTpl;
-template <typename T>
-class MATH_API C3DMatrix44Tpl;
-template <typename T>
-class MATH_API C3DXfoMatTpl;
 
 template <typename T>
 class MATH_API C3DVector3Tpl {

@@ -12,11 +12,9 @@
 
 #include "math/foundations/dump.h"
 #include "math/foundations/export.h"
+#include "math/foundations/forward_declarations.h"
 #include "math/foundations/tolerance.h"
 #include "math/vectors/vector3.h"
-
-template <typename T>
-class MATH_API C3DMatrix44Tpl;
 
 template <typename T>
 class MATH_API C3DVector4Tpl {
