@@ -39,12 +39,4 @@ Matrix AxisAngleMatrix(const C3DVector3Tpl<T>& axis, double angle) {
     return m;
 }
 
-// A matrix widened to double.
-template <typename T>
-Matrix Wide(const C3DRotMatTpl<T>& m) {
-    Matrix w;
-    for (int k = 0; k < 9; ++k) w.GetArray()[k] = m.GetArray()[k];
-    return w;
-}
-
 }  // namespace reference
