@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <random>
 #include <sstream>
 
@@ -14,8 +13,8 @@ namespace {
 
 using reference::AxisAngleMatrix;
 using reference::EulerMatrix;
-using reference::Wide;
-constexpr double kPi = 3.141592653589793;
+using reference::kPi;
+using reference::Matrix;
 
 template <typename T>
 class Rotation3Test : public testing::Test {
@@ -23,53 +22,46 @@ protected:
     using R3 = C3DRotation3Tpl<T>;
     using V = C3DVector3Tpl<T>;
     using Q = C3DQuatTpl<T>;
-    using R = C3DRotMatTpl<T>;
-    static constexpr bool kDouble = std::is_same<T, double>::value;
-    static constexpr double kTol = kDouble ? 1e-10 : 1e-4;
 
-    static void ExpectRotation(const R3& r, const C3DRotMatTpl<double>& m) {
-        R read;
+    static void ExpectRotation(const R3& r, const Matrix& m) {
+        C3DRotMatTpl<T> read;
+        Matrix wide;
         r.GetMatrix(read);
-        EXPECT_EQ(AreAlmostEqual(Wide(read), m, kTol), 1) << read << "\nagainst\n" << m;
+        for (int k = 0; k < 9; ++k) wide.GetArray()[k] = read.GetArray()[k];
+        const double tol = std::is_same<T, double>::value ? 1e-10 : 1e-4;
+        EXPECT_EQ(AreAlmostEqual(wide, m, tol), 1) << read << "\nagainst\n" << m;
     }
     static void ExpectSlots(const R3& r, T a, T b, T c, T d) {
         const T* s = r.GetArray();
-        EXPECT_TRUE(s[0] == a && s[1] == b && s[2] == c && s[3] == d)
-            << s[0] << " " << s[1] << " " << s[2] << " " << s[3];
+        EXPECT_EQ(C3DVector4Tpl<T>(s[0], s[1], s[2], s[3]), C3DVector4Tpl<T>(a, b, c, d));
     }
-    // A rotation in each representation, with its reference matrix: Euler angles beyond pi in
-    // any order, a quaternion of any length, an axis of any length.
-    static R3 Random(std::mt19937& rng, E3DRotRep rep, C3DRotMatTpl<double>& m) {
+    // A rotation in that representation with its reference matrix: Euler angles beyond pi in any
+    // order, a quaternion of any length, an axis of any length.
+    static R3 Random(std::mt19937& rng, E3DRotRep rep, Matrix& m) {
         std::uniform_real_distribution<double> d(-1, 1);
-        const V u(T(d(rng)), T(d(rng)), T(d(rng)));
-        const T angle = T(4 * d(rng)), scale = T(1.5 + d(rng));
-        if (rep == E3DROTREP_EULER) {
-            const auto order = tagE3DROTORDER(rng() % 6);
-            const V angles = u * T(7);
-            m = EulerMatrix(angles, order);
-            return R3(angles, order);
-        }
-        m = AxisAngleMatrix(u, angle);
+        const V u{T(d(rng)), T(d(rng)), T(d(rng))}, angles = u * T(7);
+        const T angle = T(4 * d(rng)), s = T(std::sin(angle / 2) / u.GetLength());
+        const auto order = tagE3DROTORDER(rng() % 6);
+        m = rep == E3DROTREP_EULER ? EulerMatrix(angles, order) : AxisAngleMatrix(u, angle);
+        if (rep == E3DROTREP_EULER) return R3(angles, order);
         if (rep == E3DROTREP_AXISANGLE) return R3(u, angle);
-        const T s = T(std::sin(angle / 2) / u.GetLength());
-        return R3(Q(T(std::cos(angle / 2)), u.x * s, u.y * s, u.z * s).Mul(scale));
+        return R3(Q(T(std::cos(angle / 2)), u.x * s, u.y * s, u.z * s).Mul(T(1.5 + d(rng))));
     }
 };
 using Precisions = testing::Types<float, double>;
 TYPED_TEST_SUITE(Rotation3Test, Precisions);
 
-TYPED_TEST(Rotation3Test, QueriesConversionsAndProductsOfRandomRotations) {
+TYPED_TEST(Rotation3Test, ConversionsAndProductsOfRandomRotations) {
     using R3 = typename TestFixture::R3;
     using V = typename TestFixture::V;
     using T = TypeParam;
-    const int reverse[6] = {5, 3, 4, 1, 2, 0};
     std::mt19937 rng(3);
     for (int n = 0; n < 300; ++n) {
         const auto rep = E3DRotRep(n % 3);
-        C3DRotMatTpl<double> m, mb;
+        const auto order = tagE3DROTORDER(rng() % 6);
+        Matrix m, mb;
         const R3 r = this->Random(rng, rep, m), b = this->Random(rng, E3DRotRep(n / 3 % 3), mb);
         this->ExpectRotation(r, m);
-        const auto order = tagE3DROTORDER(rng() % 6);
         V angles;
         r.GetXYZAngles(angles, order);
         this->ExpectRotation(R3(angles, order), m);
@@ -80,26 +72,24 @@ TYPED_TEST(Rotation3Test, QueriesConversionsAndProductsOfRandomRotations) {
             EXPECT_TRUE(to != E3DROTREP_EULER || rep == to || converted.GetRotOrder() == order);
             this->ExpectRotation(converted, m);
         }
-        // The inverse in the same representation, Euler angles in the reverse order.
-        const R3 inverse = R3().Invert(r);
-        EXPECT_EQ(inverse.GetRepresentation(), rep);
-        EXPECT_TRUE(rep != E3DROTREP_EULER || inverse.GetRotOrder() == reverse[r.GetRotOrder()]);
-        this->ExpectRotation(inverse, C3DRotMatTpl<double>(m).Invert());
+        // The inverse in the same representation (Euler angles in the reverse order).
+        EXPECT_EQ(R3().Invert(r).GetRepresentation(), rep);
+        this->ExpectRotation(R3().Invert(r), Matrix(m).Invert());
         // Products as quaternions; Euler angles of the product nearest a target.
-        const C3DRotMatTpl<double> product = C3DRotMatTpl<double>().Mul(m, mb);
+        const Matrix product = Matrix().Mul(m, mb);
         R3 p;
         this->ExpectRotation(p.Mul(r, b), product);
         EXPECT_EQ(p.GetRepresentation(), E3DROTREP_QUAT);
         this->ExpectRotation(R3(p).Div(b), m);
         this->ExpectRotation(p.Interpolate(r, b, 1), mb);
-        const V target(T(3), T(-2), T(8));
+        const V target(3, -2, 8);
         this->ExpectRotation(p.MulUsingEulerAnglesTarget(r, b, target, order), product);
         EXPECT_EQ(p.GetRotOrder(), order);
         EXPECT_EQ(AreAlmostEqual(V(p.GetArray()), target, T(kPi + 1e-5)), 1);
     }
     // The rows x, y, z of a matrix, and the shortest arc between two vectors, in double.
     const V x(0.6f, 0.8f, 0), y(-0.8f, 0.6f, 0), z(0, 0, 1);
-    this->ExpectRotation(R3().Set(x, y, z), reference::AxisAngleMatrix(z, std::atan2(0.8, 0.6)));
+    this->ExpectRotation(R3().Set(x, y, z), AxisAngleMatrix(z, std::atan2(0.8, 0.6)));
     int status = -1;
     R3 r(E3DAXIS_X, 1);
     EXPECT_EQ(r.Set(V(2, 0, 0), V(-1, 0, 0), &status) + status, 2);
@@ -107,9 +97,10 @@ TYPED_TEST(Rotation3Test, QueriesConversionsAndProductsOfRandomRotations) {
     EXPECT_EQ(r.Set(V(0, 0, 0), V(1, 0, 0), nullptr), 0);
 }
 
-TYPED_TEST(Rotation3Test, KeepsTheRepresentationGiven) {
+TYPED_TEST(Rotation3Test, KeepsTheRepresentationGivenAndComparesInIt) {
     using R3 = typename TestFixture::R3;
     using V = typename TestFixture::V;
+    using Q = typename TestFixture::Q;
     using T = TypeParam;
     this->ExpectSlots(R3(), 0, 0, 0, 1);
     // User angles beyond pi stay until another order is asked for.
@@ -123,6 +114,9 @@ TYPED_TEST(Rotation3Test, KeepsTheRepresentationGiven) {
     this->ExpectSlots(r, T(0.1), 7, 0, 5);
     r.Set(E3DROTORDER_XZY, 0);  // the angles stay, the rotation changes
     this->ExpectSlots(r, T(0.1), 7, 0, 1);
+    const R3 quat(Q(T(0.9), T(0.1), T(0.3), T(-0.2)));
+    quat.GetXYZAngles(angles, E3DROTORDER_XYZ);  // from another representation, through XYZ
+    this->ExpectSlots(R3(quat).Set(E3DROTORDER_ZYX, 0), angles.x, angles.y, angles.z, 5);
     // One axis: order XZY. A null axis is the identity, and comes back as the axis (1, 0, 0).
     this->ExpectSlots(R3(E3DAXIS_Y, 1), 0, 1, 0, 1);
     r.Set(V(0, 0, 0), 1).SetRepresentation(E3DROTREP_QUAT);
@@ -130,12 +124,55 @@ TYPED_TEST(Rotation3Test, KeepsTheRepresentationGiven) {
     this->ExpectSlots(r.SetRepresentation(E3DROTREP_AXISANGLE), 1, 0, 0, 0);
     this->ExpectSlots(R3(V(1, 2, 3), E3DROTORDER_ZYX).SetIdentity(), 0, 0, 0, 0);
     // Identity tests: exact, or strictly within eps, each in its own representation.
-    EXPECT_TRUE(R3(V(1, 2, 3), 0).IsIdentity());
-    EXPECT_FALSE(R3(T(1e-6), 0, 0, E3DROTORDER_XYZ).IsAlmostIdentity(T(1e-6)));
-    EXPECT_FALSE(R3(typename TestFixture::Q(-1, 0, 0, 0)).IsAlmostIdentity(T(0.5)));
+    EXPECT_TRUE(R3(V(1, 2, 3), 0).IsIdentity() && R3(0, 0, 0, E3DROTORDER_ZYX).IsIdentity());
+    EXPECT_FALSE(R3(T(1e-6), 0, 0, E3DROTORDER_XYZ).IsAlmostIdentity(T(1e-6)) ||
+                 R3(Q(-1, 0, 0, 0)).IsAlmostIdentity(T(0.5)) ||
+                 R3(Q(T(0.5), 0, 0, 0)).IsAlmostIdentity(T(0.5)));
+    // Comparisons convert the right operand, into Euler angles of order XYZ.
+    const R3 euler(T(0.3), T(0.2), T(0.1), E3DROTORDER_ZYX),
+        xyz = R3(quat).SetRepresentation(E3DROTREP_EULER);
+    Q q;
+    euler.GetQuat(q);
+    EXPECT_TRUE(R3(q) == euler && xyz == quat && R3(0, 0, 0, E3DROTORDER_XYZ) == R3());
+    EXPECT_FALSE(euler == R3(q) || R3(0, 0, 0, E3DROTORDER_ZYX) == R3());
+    EXPECT_EQ(AreAlmostEqual(xyz, quat, T(1e-5)), 1);
+    EXPECT_EQ(AreAlmostEqual(euler, R3(q), T(0.1)), 0);  // orders ZYX and XYZ
+    // The same rotation in another order compares unequal without conversion; q and -q differ.
+    EXPECT_EQ(AreAlmostEqual(R3(T(0.1), 0, 0, E3DROTORDER_XYZ), R3(T(0.1), 0, 0, E3DROTORDER_ZYX)),
+              0);
+    EXPECT_TRUE(R3(q) != R3(Q(q).Negate()));
 }
 
-TYPED_TEST(Rotation3Test, ScalingContinuityAndAlignment) {
+TYPED_TEST(Rotation3Test, MatricesInAndOut) {
+    using R3 = typename TestFixture::R3;
+    using V = typename TestFixture::V;
+    using T = TypeParam;
+    using M33 = C3DMatrix33Tpl<T>;
+    const V angles(T(0.3), T(-1.2), T(2.5));
+    const Matrix m = EulerMatrix(angles, E3DROTORDER_YZX);
+    C3DRotMatTpl<T> rotation;
+    C3DMatrix44Tpl<T> m44;
+    R3(angles, E3DROTORDER_YZX).GetMatrix(rotation);
+    R3(angles, E3DROTORDER_YZX).GetMatrix(m44);
+    EXPECT_TRUE(M33(3, 3, m44) == rotation && m44.Get(3, 3) == 1 && m44.Get(0, 3) == 0);
+    // From the matrices as quaternions; a mirroring one gives the rotation of its negation, a
+    // translation is ignored.
+    this->ExpectRotation(R3(rotation), m);
+    this->ExpectRotation(R3(M33(rotation).Mul(T(-2))), m);
+    this->ExpectRotation(R3(m44.Set(3, 0, 5)), m);
+    // The transformation matrix hands its rotation over with the scaling its bits give: the
+    // X bit alone, the identity kept in the order of the rotation.
+    C3DXfoMatTpl<T> x;
+    V s;
+    C3DRotation r64;
+    x.Set(M33(-2, 0, 0, 0, 3, 0, 0, 0, 4))
+        .SetSclSignBits(2)
+        .GetScalingAndRotation(s, r64.Set(E3DROTORDER_ZYX, 0));
+    EXPECT_EQ(s, V(-2, 3, 4));
+    EXPECT_TRUE(r64.GetFlags() == 21 && r64.GetRotOrder() == E3DROTORDER_ZYX && r64.IsIdentity());
+}
+
+TYPED_TEST(Rotation3Test, KeptForCompatibility) {
     using R3 = typename TestFixture::R3;
     using V = typename TestFixture::V;
     using T = TypeParam;
@@ -157,68 +194,7 @@ TYPED_TEST(Rotation3Test, ScalingContinuityAndAlignment) {
     EXPECT_EQ(animated.AlignAxesToVct(E3DAXIS_X, V(0, 0, 2), E3DAXIS_Y, V(0, 0, 5), &status), 1);
     EXPECT_EQ(status, 1);
     this->ExpectSlots(animated, 7, T(0.2), T(-4), 4);
-}
-
-TYPED_TEST(Rotation3Test, MatricesAndTheTransformationMatrix) {
-    using R3 = typename TestFixture::R3;
-    using V = typename TestFixture::V;
-    using T = TypeParam;
-    std::mt19937 rng(6);
-    C3DRotMatTpl<double> m;
-    const R3 r = this->Random(rng, E3DROTREP_EULER, m);
-    typename TestFixture::R rotation;
-    C3DMatrix33Tpl<T> m33;
-    C3DMatrix44Tpl<T> m44;
-    r.GetMatrix(rotation);
-    r.GetMatrix(m33);
-    r.GetMatrix(m44);
-    EXPECT_EQ(C3DMatrix33Tpl<T>(3, 3, m44), rotation);
-    EXPECT_TRUE(m44.Get(3, 3) == 1 && m44.Get(3, 0) == 0 && m44.Get(0, 3) == 0);
-    // From the matrices as quaternions; a mirroring one gives the rotation of its negation, a
-    // translation is ignored.
-    this->ExpectRotation(R3(rotation), m);
-    this->ExpectRotation(R3(m33.Mul(T(-2))), m);
-    this->ExpectRotation(R3(m44.Set(3, 0, 5)), m);
-    // The transformation matrix hands its rotation over with the scaling its bits give.
-    C3DXfoMatTpl<T> x;
-    x.Set(C3DMatrix33Tpl<T>(-2, 0, 0, 0, 3, 0, 0, 0, 4));  // all three bits
-    V s;
-    R3 r3;
-    x.GetScalingAndRotation(s, r3);
-    EXPECT_EQ(s, V(-2, -3, -4));
-    this->ExpectSlots(r3, 1, 0, 0, 0);  // the half turn about X
-    C3DRotation r64;
-    r64.Set(E3DROTORDER_ZYX, 0);
-    x.SetSclSignBits(2).GetScalingAndRotation(s, r64);  // the X bit alone
-    EXPECT_EQ(s, V(-2, 3, 4));
-    EXPECT_EQ(r64.GetFlags(), 21);
-    EXPECT_EQ(r64.GetRotOrder(), E3DROTORDER_ZYX);
-    EXPECT_TRUE(r64.IsIdentity());
-}
-
-TYPED_TEST(Rotation3Test, ComparisonsConvertTheRightOperand) {
-    using R3 = typename TestFixture::R3;
-    using T = TypeParam;
-    const R3 euler(T(0.3), T(0.2), T(0.1), E3DROTORDER_ZYX);
-    typename TestFixture::Q q;
-    euler.GetQuat(q);
-    const R3 quat(q);
-    EXPECT_TRUE(quat == euler);   // converted into a quaternion: the same one
-    EXPECT_FALSE(euler == quat);  // converted into Euler angles of order XYZ
-    const R3 xyz = R3(quat).SetRepresentation(E3DROTREP_EULER);
-    EXPECT_TRUE(xyz == quat);
-    EXPECT_EQ(AreAlmostEqual(xyz, quat, T(1e-5)), 1);
-    EXPECT_EQ(AreAlmostEqual(euler, quat, T(0.1)), 0);  // orders ZYX and XYZ
-    // The same rotation in another order compares unequal without conversion; q and -q differ.
-    EXPECT_EQ(AreAlmostEqual(R3(T(0.1), 0, 0, E3DROTORDER_XYZ), R3(T(0.1), 0, 0, E3DROTORDER_ZYX)),
-              0);
-    EXPECT_TRUE(quat != R3(typename TestFixture::Q(q).Negate()));
-}
-
-TYPED_TEST(Rotation3Test, TextForms) {
-    using R3 = typename TestFixture::R3;
-    using V = typename TestFixture::V;
-    using T = TypeParam;
+    // Text: the angles with no separator, W last when read.
     std::ostringstream os;
     R3(E3DAXIS_Z, T(kPi / 2)).DumpXYZAngles("t", os);
     R3().DumpXYZAngles(nullptr, os);  // order XYZ, where the identity's Y angle is asin(-0)
@@ -229,9 +205,8 @@ TYPED_TEST(Rotation3Test, TextForms) {
               "t\nEuler(0090, Order(xzy)\nEuler(0-00, Order(xyz)\nAxis( 0 0 2 ), Angle(90)\n"
               "Quaternion( W:1  X:0  Y:0  Z:0 )\n( W:1  X:0  Y:0  Z:0 )");
     std::istringstream is("0.5 -0.5 0.5 0.5");
-    R3 read(E3DAXIS_X, 1);
-    is >> read;
-    this->ExpectSlots(read, T(-0.5), T(0.5), T(0.5), T(0.5));  // W last
+    is >> r;
+    this->ExpectSlots(r, T(-0.5), T(0.5), T(0.5), T(0.5));
 }
 
 }  // namespace

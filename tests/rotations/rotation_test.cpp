@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <cstring>
 #include <limits>
 #include <random>
@@ -15,30 +14,32 @@ namespace {
 using V = C3DVector3Tpl<double>;
 using Q = C3DQuatTpl<double>;
 using R = C3DRotMatTpl<double>;
-constexpr double kPi = 3.141592653589793;
-constexpr double kTol = 1e-9;
 using reference::AxisAngleMatrix;
 using reference::EulerMatrix;
+using reference::kPi;
 
-R Transposed(const R& m) { return R(m).Invert(); }
-void ExpectNear(const R& a, const R& b, double tol = kTol) {
+void ExpectNear(const R& a, const R& b, double tol = 1e-9) {
     EXPECT_EQ(AreAlmostEqual(a, b, tol), 1) << a << "\nagainst\n" << b;
+}
+R MatrixOf(C3DRotation& r) {
+    R m;
+    r.GetMatrix(m);
+    return m;
+}
+// The rows of m form a right-handed orthonormal frame.
+void ExpectProper(const R& m) {
+    ExpectNear(R().MulRegByTrans(m, m), R(), 1e-15);
+    EXPECT_NEAR(m.GetDet(), 1, 1e-15);
 }
 V RandomVector(std::mt19937& rng) {
     std::normal_distribution<double> d;
     return V(d(rng), d(rng), d(rng));
 }
-double Uniform(std::mt19937& rng, double a, double b) {
-    return std::uniform_real_distribution<double>(a, b)(rng);
-}
-tagE3DROTORDER RandomOrder(std::mt19937& rng) { return tagE3DROTORDER(rng() % 6); }
 
 // The primary representation is never stale, and no bit above the identity bit is used.
 void ExpectFlagRules(const C3DRotation& r) {
     const unsigned flags = r.GetFlags();
-    EXPECT_LT(flags, 64u);
-    ASSERT_NE(flags & 3, 3u);
-    EXPECT_EQ(flags & (4u << (flags & 3)), 0u) << flags;
+    EXPECT_TRUE(flags < 64 && (flags & 3) != 3 && (flags & (4u << (flags & 3))) == 0) << flags;
 }
 
 // Each representation that a coin picks (so that later operations meet stale caches), read
@@ -49,11 +50,8 @@ void ExpectDescribes(C3DRotation& r, const R& m, std::mt19937& rng) {
     Q q;
     V v;
     double angle;
-    const tagE3DROTORDER order = RandomOrder(rng);
-    if (rng() % 2) {
-        r.GetMatrix(read);
-        ExpectNear(read, m);
-    }
+    const auto order = tagE3DROTORDER(rng() % 6);
+    if (rng() % 2) ExpectNear(MatrixOf(r), m);
     if (rng() % 2) {
         r.GetQuat(q);
         F3DQuatToMat(q, read);
@@ -65,28 +63,28 @@ void ExpectDescribes(C3DRotation& r, const R& m, std::mt19937& rng) {
     }
     r.GetAxisAngle(v, angle);
     if (std::fabs(std::sin(angle / 2)) > 1e-6) ExpectNear(AxisAngleMatrix(v, angle), m);
-    v = RandomVector(rng);
-    V rotated, back;
-    r.RotateVct(&v, 1, &rotated);
+    V rotated, back, in = RandomVector(rng);
+    r.RotateVct(&in, 1, &rotated);
     r.InvRotateVct(&rotated, 1, &back);
-    EXPECT_EQ(AreAlmostEqual(rotated, V().Mul(v, m), kTol) & AreAlmostEqual(back, v, kTol), 1);
+    EXPECT_EQ(AreAlmostEqual(rotated, V().Mul(in, m), 1e-9) & AreAlmostEqual(back, in, 1e-9), 1);
     ExpectFlagRules(r);
 }
 
-TEST(RotationTest, EveryRepresentationFollowsRandomSetterSequences) {
+TEST(RotationTest, EveryRepresentationFollowsRandomSequences) {
     // The primary representation each operation leaves, -1 where it depends.
-    const int primary[16] = {2, 1, 0, -1, -1, -1, -1, -1, -1, 0, -1, -1, 2, 2, 1, -1};
+    const int primary[15] = {2, 1, 0, 0, 0, -1, -1, -1, 0, -1, 0, 2, 2, 1, -1};
     std::mt19937 rng(11);
     C3DRotation rotation[3];
     R reference[3];
     for (int step = 0; step < 4000; ++step) {
-        const int i = rng() % 3, j = rng() % 3, k = rng() % 3, op = rng() % 16;
-        C3DRotation& r = rotation[i];
-        const R mj = reference[j], mk = reference[k], product = R().Mul(mj, mk);
+        const int i = rng() % 3, j = rng() % 3, k = rng() % 3, op = rng() % 15;
+        C3DRotation &r = rotation[i], &a = rotation[j], &b = rotation[k];
+        const R ma = reference[j], mb = reference[k], product = R().Mul(ma, mb);
         R& m = reference[i];
         const V u = RandomVector(rng), w = RandomVector(rng);
-        const double angle = Uniform(rng, -7, 7), s = std::sin(angle / 2) / u.GetLength();
-        const tagE3DROTORDER order = RandomOrder(rng);
+        const double angle = std::uniform_real_distribution<double>(-7, 7)(rng);
+        const double s = std::sin(angle / 2) / u.GetLength(), t = rng() % 2;
+        const auto order = tagE3DROTORDER(rng() % 6);
         int status = 0;
         V angles = u * 5.0, read;
         switch (op) {
@@ -98,76 +96,78 @@ TEST(RotationTest, EveryRepresentationFollowsRandomSetterSequences) {
                 r.Set(m = AxisAngleMatrix(u, angle));
                 break;
             case 2:  // a quaternion of any length
-                r.Set(Q(std::cos(angle / 2), u.x * s, u.y * s, u.z * s).Mul(Uniform(rng, 0.5, 2)));
+                r.Set(Q(std::cos(angle / 2), u.x * s, u.y * s, u.z * s)
+                          .Mul(0.5 + 1.5 * t + u.x * u.x));
                 m = AxisAngleMatrix(u, angle);
                 break;
-            case 3:
-                r.Set(tagE3DAXISTYPE(k), angle);
-                m = AxisAngleMatrix(V(k, 1), angle);
+            case 3: {  // a coordinate axis takes a path of its own
+                const V axis = rng() % 2 ? u : V(k, 1);
+                r.Set(axis, angle);
+                m = AxisAngleMatrix(axis, angle);
                 break;
+            }
             case 4:
-                r.Set(u, angle);
-                m = AxisAngleMatrix(u, angle);
-                break;
-            case 5:
                 EXPECT_EQ(r.Set(u, w, status), 1);
                 m = AxisAngleMatrix(GetCross(u, w), GetVctsAngle(u, w));
                 break;
-            case 6:
+            case 5:
                 r.Set(order, 1);
                 break;
-            case 7:  // the angles read in the new order: the rotation changes
+            case 6:  // the angles read in the new order: the rotation changes
                 r.GetXYZAngles(angles, r.GetRotOrder());
                 r.Set(order, 0);
                 m = EulerMatrix(angles, order);
                 break;
-            case 8:
-                r.Set(rotation[j], int(rng() % 2));
-                m = mj;
-                break;
-            case 9:
-                r.Mul(rotation[j], rotation[k]);
-                m = product;
-                break;
-            case 10:
-                r.Invert(rotation[j]);
-                m = Transposed(mj);
-                break;
-            case 11: {  // mj (mj^T mk)^t along the shorter arc
-                const R relative = R().MulTransByReg(mj, mk);
-                const V axis(relative.Get(1, 2) - relative.Get(2, 1),
-                             relative.Get(2, 0) - relative.Get(0, 2),
-                             relative.Get(0, 1) - relative.Get(1, 0));
-                const double full = std::acos(std::min(1.0, (relative.GetTrace() - 1) / 2));
-                if (full > 3) continue;  // the axis is ill-conditioned near a half turn
-                const double t = Uniform(rng, 0, 1);
-                r.Interpolate(rotation[j], rotation[k], t);
-                m.Mul(mj, full < 1e-6 ? R() : AxisAngleMatrix(axis, t * full));
+            case 7: {  // in the order of a, or with this rotation's order restored
+                const auto previous = r.GetRotOrder();
+                const int keep = rng() % 2;
+                r.Set(a, keep);
+                EXPECT_EQ(r.GetRotOrder(), keep ? previous : a.GetRotOrder());
+                m = ma;
                 break;
             }
-            case 12:  // target receives the stored angles, within pi of it on each axis
-                r.MulUsingEulerAnglesTarget(rotation[j], rotation[k], angles, order);
+            case 8:
+                r.Mul(a, b);
+                m = product;
+                break;
+            case 9:
+                r.Invert(a);
+                m = R(ma).Invert();
+                break;
+            case 10:  // the ends; the arc between is the quaternion's
+                r.Interpolate(a, b, t);
+                m = t == 0 ? ma : mb;
+                break;
+            case 11:  // target receives the stored angles, within pi of it on each axis
+                r.MulUsingEulerAnglesTarget(a, b, angles, order);
                 m = product;
                 EXPECT_EQ(AreAlmostEqual(angles, u * 5.0, kPi + 1e-9), 1);
                 r.GetXYZAngles(read, order);
                 EXPECT_EQ(read, angles);
                 break;
-            case 13:
-                r.MulAndUpdateEulerAngles(rotation[j], rotation[k], 1 + rng() % 2);
+            case 12: {  // continuous with the angles of a (useFirst 1) or b, in that order
+                const unsigned first = 1 + rng() % 2;
+                C3DRotation& chosen = first == 1 ? a : b;
+                const auto chosenOrder = chosen.GetRotOrder();
+                chosen.GetXYZAngles(angles, chosenOrder);
+                r.MulAndUpdateEulerAngles(a, b, first).GetXYZAngles(read, chosenOrder);
+                EXPECT_EQ(r.GetRotOrder(), chosenOrder);
+                EXPECT_EQ(AreAlmostEqual(read, angles, kPi + 1e-9), 1);
                 m = product;
                 break;
-            case 14: {  // Gram-Schmidt frame: row a1 along u, row a2 towards w
-                const int a1 = k, a2 = (a1 + 1 + rng() % 2) % 3, third = 3 - a1 - a2;
+            }
+            case 13: {  // Gram-Schmidt frame: row k along u, row a2 towards w
+                const int a2 = (k + 1 + rng() % 2) % 3, third = 3 - k - a2;
                 V rows[3];
-                rows[a1] = u / u.GetLength();
-                rows[a2] = w - rows[a1] * (w * rows[a1]);
+                rows[k] = u / u.GetLength();
+                rows[a2] = w - rows[k] * (w * rows[k]);
                 rows[a2].Normalize();
                 rows[third].SetCross(rows[(third + 1) % 3], rows[(third + 2) % 3]);
-                EXPECT_EQ(r.AlignAxesToVct(tagE3DAXISTYPE(a1), u, tagE3DAXISTYPE(a2), w, status), 1);
+                EXPECT_EQ(r.AlignAxesToVct(tagE3DAXISTYPE(k), u, tagE3DAXISTYPE(a2), w, status), 1);
                 m = R(rows[0], rows[1], rows[2], 1);
                 break;
             }
-            case 15:
+            case 14:
                 r.SetIdentity();
                 m = R();
                 break;
@@ -175,12 +175,12 @@ TEST(RotationTest, EveryRepresentationFollowsRandomSetterSequences) {
         EXPECT_EQ(status, 0);
         EXPECT_TRUE(primary[op] < 0 || (r.GetFlags() & 3) == primary[op]) << op;
         ExpectDescribes(r, m, rng);
-        ExpectFlagRules(rotation[j]);
+        ExpectFlagRules(a);
     }
 }
 
-TEST(RotationTest, IdentityFlagAndTests) {
-    C3DRotation r;
+TEST(RotationTest, IdentityFlagAndInverse) {
+    C3DRotation r, a;
     EXPECT_EQ(r.GetFlags(), 56);
     // Null angles set the flag and keep their order; the flag then makes SetIdentity and an order
     // change touch nothing else.
@@ -195,95 +195,77 @@ TEST(RotationTest, IdentityFlagAndTests) {
     r.Set(E3DAXIS_X, 1e-3);
     EXPECT_EQ(r.IsIdentity() + 2 * r.IsIdentity(1e-3) + 4 * r.IsAlmostIdentity(0.9e-3), 2);
     EXPECT_EQ(r.Set(E3DAXIS_Y, 0.0).GetFlags(), 56);
+    // A product with the identity copies the other operand in this rotation's own order, the
+    // quaternion primary and the angles stale.
+    r.Set(E3DROTORDER_ZYX, 0).Mul(a.Set(0.3, 0.2, 0.1, E3DROTORDER_XYZ), r);
+    EXPECT_EQ(r.GetRotOrder(), E3DROTORDER_ZYX);
+    EXPECT_EQ(r.GetFlags() & (3 | C3DRotation::k_AnglesStale), C3DRotation::k_AnglesStale);
+    // The inverse of a matrix is its exact transpose; angles within 1e-12 of 0 give the identity.
+    const R m = AxisAngleMatrix(V(1, -2, 0.5), 2.5);
+    EXPECT_EQ(MatrixOf(r.Invert(a.Set(m))), R(m).Invert());
+    EXPECT_EQ(r.GetFlags(), 21);
+    EXPECT_EQ(r.Invert(a.Set(1e-12, -1e-12, 0.0, E3DROTORDER_XYZ)).GetFlags(), 56);
+    // Vectors are copied exactly, NaN included.
+    const V in[2] = {V(std::numeric_limits<double>::quiet_NaN(), -0.0, 1e300), V(1, 2, 3)};
+    V out[2];
+    r.RotateVct(in, 2, out);
+    EXPECT_EQ(std::memcmp(in, out, sizeof in), 0);
+    r.InvRotateVct(in, 2, out);
+    EXPECT_EQ(std::memcmp(in, out, sizeof in), 0);
 }
 
-TEST(RotationTest, ShortestArcBetweenVectors) {
-    const double h = std::sqrt(0.5);
-    const struct {
-        V from, to;
-        Q q;
-        int result, status;
-    } cases[] = {{V(1, 0, 0), V(-2, 0, 0), Q(std::cos(kPi / 2), 0, 1, 0), 1, 1},  // about Y
-                 {V(0, 0, 1), V(0, 0, -1), Q(0, 0, -1, 0), 1, 1},  // about (1, 0, 0) x from
-                 {V(1, 0, 0), V(0, 3, 0), Q(h, 0, 0, h), 1, 0},
-                 {V(0, 2, 0), V(0, 3, 0), Q(), 1, 0},
-                 {V(0, 0, 0), V(1, 0, 0), Q(), 0, 0}};
-    for (const auto& c : cases) {
+TEST(RotationTest, ShortestArcBetweenParallelVectors) {
+    const auto expect = [](const V& from, const V& to, const Q& expected, int result, int status) {
         C3DRotation r;
-        int status = -1;
-        EXPECT_EQ(r.Set(E3DAXIS_X, 1.0).Set(c.from, c.to, status), c.result);
-        EXPECT_EQ(status, c.status);
+        int s = -1;
         Q q;
+        EXPECT_EQ(r.Set(E3DAXIS_X, 1.0).Set(from, to, s) + 2 * s, result + 2 * status);
         r.GetQuat(q);
-        EXPECT_EQ(AreAlmostEqual(q, c.q, 1e-15), 1) << q;
-    }
+        EXPECT_EQ(AreAlmostEqual(q, expected, 1e-15), 1) << q;
+    };
+    expect(V(1, 0, 0), V(-2, 0, 0), Q(std::cos(kPi / 2), 0, 1, 0), 1, 1);  // about Y
+    expect(V(0, 0, 1), V(0, 0, -1), Q(0, 0, -1, 0), 1, 1);                 // about (1, 0, 0) x from
+    expect(V(0, 2, 0), V(0, 3, 0), Q(), 1, 0);
+    expect(V(0, 0, 0), V(1, 0, 0), Q(), 0, 0);
 }
 
 TEST(RotationTest, OrderChangeKeepsAnglesByRelativeSequence) {
-    const struct {
-        V angles;
-        tagE3DROTORDER from, to;
-        bool kept;
-    } cases[] = {{V(0.3, 0, 0), E3DROTORDER_XYZ, E3DROTORDER_ZYX, true},
-                 {V(0.3, 0.2, 0), E3DROTORDER_XYZ, E3DROTORDER_ZYX, false},  // X, Y swap
-                 {V(0.3, 0, 0.2), E3DROTORDER_XYZ, E3DROTORDER_XZY, true},   // X before Z in both
-                 {V(0, 0.3, 0.2), E3DROTORDER_YXZ, E3DROTORDER_YZX, true},
-                 {V(0, 0.3, 0.2), E3DROTORDER_YXZ, E3DROTORDER_ZXY, false},
-                 {V(0.3, 1e-13, 0.2), E3DROTORDER_XYZ, E3DROTORDER_YXZ, true},  // 1e-13 is 0
-                 {V(0.1, 0.2, 0.3), E3DROTORDER_XYZ, E3DROTORDER_XZY, false}};
-    for (const auto& c : cases) {
+    // The angles, within 1e-12 of 0 made 0, are kept or re-extracted; the rotation stays.
+    const auto expect = [](const V& given, tagE3DROTORDER from, tagE3DROTORDER to, bool kept) {
         C3DRotation r;
         V angles;
-        r.Set(c.angles, c.from).Set(c.to, 1).GetXYZAngles(angles, c.to);
+        r.Set(given, from).Set(to, 1).GetXYZAngles(angles, to);
         EXPECT_EQ(r.GetFlags(), 14);
-        EXPECT_EQ(angles == V(c.angles.x, c.angles.y == 1e-13 ? 0 : c.angles.y, c.angles.z), c.kept);
-        ExpectNear(EulerMatrix(angles, c.to), EulerMatrix(c.angles, c.from), 1e-12);
-    }
+        EXPECT_EQ(angles == V(given.x, given.y == 1e-13 ? 0 : given.y, given.z), kept) << angles;
+        ExpectNear(EulerMatrix(angles, to), EulerMatrix(given, from), 1e-12);
+    };
+    expect(V(0, 0, 0.3), E3DROTORDER_XYZ, E3DROTORDER_ZYX, true);
+    expect(V(0.3, 0.2, 0), E3DROTORDER_XYZ, E3DROTORDER_ZYX, false);  // X, Y swap
+    expect(V(0.3, 0, 0.2), E3DROTORDER_XYZ, E3DROTORDER_XZY, true);   // X before Z in both
+    expect(V(0, 0.3, 0.2), E3DROTORDER_YXZ, E3DROTORDER_YZX, true);
+    expect(V(0, 0.3, 0.2), E3DROTORDER_YXZ, E3DROTORDER_ZXY, false);
+    expect(V(0.3, 1e-13, 0.2), E3DROTORDER_XYZ, E3DROTORDER_YXZ, true);
+    expect(V(0.1, 0.2, 0.3), E3DROTORDER_XYZ, E3DROTORDER_XZY, false);
     // Another primary representation: only the order changes, the angles become stale.
     C3DRotation r;
     EXPECT_EQ(r.Set(AxisAngleMatrix(V(1, 2, 3), 1)).Set(E3DROTORDER_ZYX, 1).GetFlags(), 21);
 }
 
-TEST(RotationTest, InvertInTheCurrentRepresentation) {
-    const R m = AxisAngleMatrix(V(1, -2, 0.5), 2.5);
-    C3DRotation r, inverse;
-    R read;
-    inverse.Invert(r.Set(m)).GetMatrix(read);
-    EXPECT_EQ(read, Transposed(m));  // exactly
-    EXPECT_EQ(inverse.GetFlags(), 21);
-    // Angles primary: the identity for angles within 1e-12 of 0, else through the quaternion.
-    EXPECT_EQ(inverse.Invert(r.Set(1e-12, -1e-12, 0.0, E3DROTORDER_XYZ)).GetFlags(), 56);
-    inverse.Invert(r.Set(V(0.3, 0.2, 0.1), E3DROTORDER_YZX));
-    EXPECT_EQ(inverse.GetFlags(), 24);
-}
-
-// The rows of m form a right-handed orthonormal frame.
-void ExpectProper(const R& m) {
-    ExpectNear(R().MulRegByTrans(m, m), R(), 1e-15);
-    EXPECT_NEAR(m.GetDet(), 1, 1e-15);
-}
-
-TEST(RotationTest, AlignAxesFallsBackWhenTheSecondVectorIsParallel) {
-    const struct {
-        tagE3DAXISTYPE a1;
-        V p;
-        tagE3DAXISTYPE a2;
-        V q, row0;
-    } cases[] = {// q parallel to p, or null: q = p moved by 1 on a2
-                 {E3DAXIS_X, V(0, 0, 2), E3DAXIS_Y, V(0, 0, 5), V(0, 0, 1)},
-                 {E3DAXIS_X, V(0, 0, 2), E3DAXIS_Y, V(0, 0, 0), V(0, 0, 1)},
-                 // p along a2: moved by 1 on a1 instead
-                 {E3DAXIS_Z, V(0, -2, 0), E3DAXIS_Y, V(0, 1, 0), V(1, 0, 0)}};
-    for (const auto& c : cases) {
+TEST(RotationTest, AlignmentFallbacks) {
+    // p and q parallel, or q null: q = p moved by 1 on a2, or on a1 when p lies along a2.
+    const auto expect = [](int a1, const V& p, int a2, const V& q, const V& row0) {
         C3DRotation r;
         int status = 0;
-        EXPECT_EQ(r.AlignAxesToVct(c.a1, c.p, c.a2, c.q, status) + status, 2);
-        R m;
-        r.GetMatrix(m);
+        EXPECT_EQ(r.AlignAxesToVct(tagE3DAXISTYPE(a1), p, tagE3DAXISTYPE(a2), q, status), 1);
+        EXPECT_EQ(status, 1);
+        const R m = MatrixOf(r);
         ExpectProper(m);
-        EXPECT_EQ(V(m.GetArray() + 3 * c.a1), c.p / c.p.GetLength());
-        EXPECT_EQ(V(m.GetArray()), c.row0) << m;
-    }
+        EXPECT_EQ(V(m.GetArray() + 3 * a1), p / p.GetLength());
+        EXPECT_EQ(V(m.GetArray()), row0) << m;
+    };
+    expect(E3DAXIS_X, V(0, 0, 2), E3DAXIS_Y, V(0, 0, 5), V(0, 0, 1));
+    expect(E3DAXIS_X, V(0, 0, 2), E3DAXIS_Y, V(0, 0, 0), V(0, 0, 1));
+    expect(E3DAXIS_Z, V(0, -2, 0), E3DAXIS_Y, V(0, 1, 0), V(1, 0, 0));
     // Refusals change nothing.
     C3DRotation r;
     int status = 1;
@@ -291,66 +273,25 @@ TEST(RotationTest, AlignAxesFallsBackWhenTheSecondVectorIsParallel) {
                   r.AlignAxesToVct(E3DAXIS_Y, V(1e-12, 0, 0), E3DAXIS_Z, V(0, 1, 0), status) +
                   status + r.GetFlags(),
               56);
-}
-
-TEST(RotationTest, AlignToAxes) {
+    // Onto an axis: any direction; along the axis the identity, or a half turn about the next
+    // axis; a null vector fails with the identity flag cleared.
     std::mt19937 rng(5);
     int (C3DRotation::*const align[3])(const V&, int&) = {
         &C3DRotation::AlignToX, &C3DRotation::AlignToY, &C3DRotation::AlignToZ};
     for (int axis = 0; axis < 3; ++axis) {
-        C3DRotation r;
-        R m;
-        const auto alignTo = [&r, &align, axis](const V& v, int& status) {
-            return (r.*align[axis])(v, status);
+        const auto alignTo = [&r, &align, axis](const V& v, int& s) {
+            return (r.*align[axis])(v, s);
         };
-        int status = 1;
         const V v = RandomVector(rng);
         EXPECT_EQ(alignTo(v, status) - status, 1);
-        r.GetMatrix(m);
-        ExpectProper(m);
-        EXPECT_EQ(AreAlmostEqual(V().Mul(v, m), V(axis, v.GetLength()), 1e-15), 1);
-        // Along the axis: the identity, or a half turn about the next axis; a null vector fails
-        // with the identity flag cleared.
+        ExpectProper(MatrixOf(r));
+        EXPECT_EQ(AreAlmostEqual(V().Mul(v, MatrixOf(r)), V(axis, v.GetLength()), 1e-15), 1);
         EXPECT_EQ(alignTo(V(axis, 2), status) + status + r.GetFlags(), 2 + 56);
         EXPECT_EQ(alignTo(V(axis, -2), status) + status, 2);
-        r.GetMatrix(m);
-        ExpectNear(m, AxisAngleMatrix(V((axis + 1) % 3, 1), kPi), 1e-15);
+        ExpectNear(MatrixOf(r), AxisAngleMatrix(V((axis + 1) % 3, 1), kPi), 1e-15);
         r.SetIdentity();
         EXPECT_EQ(alignTo(V(0, 0, 0), status) + r.GetFlags(), 24);
     }
-}
-
-TEST(RotationTest, RotateVctCopiesIdentityExactly) {
-    const V in[2] = {V(std::numeric_limits<double>::quiet_NaN(), -0.0, 1e300), V(1, 2, 3)};
-    V out[2];
-    C3DRotation r;
-    r.RotateVct(nullptr, 0, nullptr);  // refreshes the matrix all the same
-    EXPECT_EQ(r.GetFlags(), 48);
-    r.RotateVct(in, 2, out);
-    EXPECT_EQ(std::memcmp(in, out, sizeof in), 0);
-    r.InvRotateVct(in, 2, out);
-    EXPECT_EQ(std::memcmp(in, out, sizeof in), 0);
-}
-
-TEST(RotationTest, EulerContinuityAndIdentityOperands) {
-    C3DRotation a, b, r, identity;
-    a.Set(7.0, 0.2, -4.0, E3DROTORDER_XYZ);
-    b.Set(E3DAXIS_Z, 0.05);
-    V angles;
-    r.MulAndUpdateEulerAngles(a, b, 1).GetXYZAngles(angles, E3DROTORDER_XYZ);
-    EXPECT_EQ(AreAlmostEqual(angles, V(7.0, 0.2, -4.0), 0.1), 1);
-    // With the identity on one side the other's angles are kept when they are the chosen ones,
-    // and extracted nearest to (0, 0, 0) in the identity's order otherwise.
-    identity.Set(E3DROTORDER_YXZ, 0);
-    r.MulAndUpdateEulerAngles(identity, a, 2).GetXYZAngles(angles, E3DROTORDER_XYZ);
-    EXPECT_EQ(angles, V(7.0, 0.2, -4.0));
-    r.MulAndUpdateEulerAngles(identity, a, 1).GetXYZAngles(angles, E3DROTORDER_YXZ);
-    EXPECT_EQ(r.GetRotOrder(), E3DROTORDER_YXZ);
-    EXPECT_EQ(AreAlmostEqual(angles, V(0, 0, 0), kPi), 1);
-    // Mul copies the other operand in this rotation's own order, the quaternion primary.
-    r.Set(E3DROTORDER_ZYX, 0).Mul(a, identity);
-    EXPECT_EQ(r.GetRotOrder(), E3DROTORDER_ZYX);
-    EXPECT_EQ(r.GetFlags() & (3 | C3DRotation::k_AnglesStale), C3DRotation::k_AnglesStale);
 }
 
 TEST(RotationTest, DumpTexts) {
