@@ -11,7 +11,8 @@ void DemoAffineDecomposition() {
     using R = C3DRotMatTpl<double>;
     using V = C3DVector3Tpl<double>;
 
-    // A quarter turn about Z by half, then a scaling by (-2, 1, 1): mirrored and sheared.
+    // An eighth of a turn about Z, then a scaling by (-2, 1, 1) (row vectors: the turn acts
+    // first): mirrored, and sheared, since no scaling followed by a rotation gives it.
     R turn;
     turn.Set(E3DAXIS_Z, 3.141592653589793 / 4);
     X rotation, scaling, m;
