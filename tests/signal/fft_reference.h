@@ -38,6 +38,13 @@ inline Vec Random(int n, unsigned seed) {
     return v;
 }
 
+// p with its log2(count) bits reversed.
+inline int BitRev(int p, int count) {
+    int r = 0;
+    for (int bit = 1; bit < count; bit <<= 1) r = (r << 1) | ((p & bit) ? 1 : 0);
+    return r;
+}
+
 // max |a - b| / max |b|.
 inline double RelError(const Vec& a, const Vec& b) {
     double err = 0, big = 0;

@@ -37,10 +37,8 @@ TEST(Tables, HoldTheirAngles) {
                     2e-15);
             }
         }
-        int log2 = 0;
-        while ((2 << log2) <= nw) ++log2;
         for (int i = 0; i < int(ip.size()); ++i)
-            EXPECT_EQ(ip[i] != -1, i < std::max(2, 1 << (log2 / 2))) << nw;
+            EXPECT_EQ(ip[i] != -1, i < std::max(2, 1 << (std::ilogb(nw) / 2))) << nw;
 
         Vec c(nw, 0.0);
         makect(nw, ip.data(), c.data());
@@ -60,12 +58,6 @@ TEST(Tables, HoldTheirAngles) {
 }
 
 // --- building blocks ------------------------------------------------------------------------
-int BitRev(int p, int count) {
-    int r = 0;
-    for (int bit = 1; bit < count; bit <<= 1) r = (r << 1) | ((p & bit) ? 1 : 0);
-    return r;
-}
-
 // bitrv2, bitrv208 and bitrv216 are checked through the stages below; the conjugating and
 // negated forms here.
 TEST(BuildingBlocks, BitReversals) {
@@ -83,8 +75,9 @@ TEST(BuildingBlocks, BitReversals) {
     }
 }
 
-// The complex transforms and their stages: whole transforms in natural order, leaves and stage
-// chains in bit-reversed order, backward stages the conjugates of the forward ones.
+// The stages of the complex transform (cftfsub and cftbsub, the whole transforms, are checked
+// through the real transform's steps below): leaves and stage chains in bit-reversed order,
+// backward stages the conjugates of the forward ones.
 TEST(BuildingBlocks, ComplexStagesComposeIntoTheTransform) {
     for (int count : {16, 64, 128, 256}) {
         const int n = 2 * count;
@@ -98,11 +91,6 @@ TEST(BuildingBlocks, ComplexStagesComposeIntoTheTransform) {
             return RelError(x, Cdft(n, 1, a));
         };
         Vec x = a, y = a, z = a;
-        cftfsub(n, x.data(), tb.ip.data(), nw, w);
-        cftbsub(n, y.data(), tb.ip.data(), nw, w);
-        EXPECT_LE(RelError(x, Cdft(n, 1, a)), kTol);
-        EXPECT_LE(RelError(y, Cdft(n, -1, a)), kTol);
-        x = a;
         cftrec4(n, x.data(), nw, w);
         EXPECT_LE(natural(x), kTol) << count;
         const bool four = count != 128;  // radix-4 first pass on powers of four, radix 2 otherwise
