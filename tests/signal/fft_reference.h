@@ -148,21 +148,25 @@ inline Vec Pack(const Vec& z, const std::vector<int>& dims) {
 enum Kind { kComplex, kReal, kCosine, kSine, kDct1, kDst1, kSorted };
 
 // What the routine of that kind computes, by the sums along every axis; the real DFT forward
-// only (whatever s), packing the full spectrum.
+// only (whatever s): the packed spectrum, or for kSorted the natural half spectrum (input rows'
+// last two doubles ignored).
 inline Vec Expected(int kind, int s, std::vector<int> dims, const Vec& a) {
     if (kind == kDct1 || kind == kDst1) return Symmetric(kind == kDst1, dims[0], a);
     if (kind == kCosine || kind == kSine)
         return Separable(a, dims, 1,
                          [&](const Vec& l) { return CosSin(kind == kSine, int(l.size()), s, l); });
-    const int sign = kind == kComplex ? s : 1;
-    const auto dft = [sign](const Vec& l) { return Cdft(int(l.size()), sign, l); };
+    const size_t m = dims.back(), row = kind == kSorted ? m + 2 : m;
+    const auto dft = [&](const Vec& l) { return Cdft(int(l.size()), kind == kComplex ? s : 1, l); };
     if (kind == kComplex) {
         dims.back() /= 2;
         return Separable(a, dims, 2, dft);
     }
-    Vec z(2 * a.size(), 0.0);
-    for (size_t i = 0; i < a.size(); ++i) z[2 * i] = a[i];
-    return Pack(Separable(z, dims, 2, dft), dims);
+    Vec z(2 * a.size() / row * m, 0.0), sorted(a.size());
+    for (size_t i = 0; i < a.size(); ++i)
+        if (i % row < m) z[2 * (i / row * m + i % row)] = a[i];
+    z = Separable(z, dims, 2, dft);
+    for (size_t i = 0; i < a.size(); ++i) sorted[i] = z[i / row * 2 * m + i % row];
+    return kind == kReal ? Pack(z, dims) : sorted;
 }
 
 // Work areas large enough for any routine at these sizes.
