@@ -96,11 +96,8 @@ TEST(Kernels1d, ReproduceThePublishedExamples) {
                                                   2.672714552, -1.656854249, 0.7956494695}},
         // clang-format on
     };
-    for (const auto& e : examples) {
-        const Vec got = Transform(e.kind, e.isgn, {e.n}, e.in);
-        for (size_t i = 0; i < got.size(); ++i)
-            EXPECT_NEAR(got[i], e.out[i], 1e-9 * (1 + std::fabs(e.out[i]))) << e.kind << i;
-    }
+    for (const auto& e : examples)
+        EXPECT_LE(RelError(Transform(e.kind, e.isgn, {e.n}, e.in), e.out), 1e-9) << e.kind;
 }
 
 // ip[0], ip[1] after a first call record the table lengths; a table built for a larger size,
@@ -108,15 +105,14 @@ TEST(Kernels1d, ReproduceThePublishedExamples) {
 TEST(Kernels1d, RecordTheirTablesAndReuseLargerOnes) {
     for (int n = 2; n <= 1024; n *= 2) {
         // cdft, rdft, ddct, ddst, dfct, dfst (makewt resets a stale ip[1]).
-        const int expected[6][2] = {
+        const std::pair<int, int> expected[] = {
             {n >> 2, 1}, {n >> 2, n > 4 ? n >> 2 : 1}, {n >> 2, n},
             {n >> 2, n}, {n >> 3, n > 2 ? n >> 1 : 1}, {n >> 3, n > 2 ? n >> 1 : 1}};
         for (int kind = kComplex; kind <= kDst1; ++kind) {
             Tables tb(n);
             tb.ip[1] = 12345;
             Transform(kind, kind % 2 ? 1 : -1, {n}, Vec(n + 1, 1.0), &tb);
-            EXPECT_EQ(tb.ip[0], expected[kind][0]) << kind << " " << n;
-            EXPECT_EQ(tb.ip[1], expected[kind][1]) << kind << " " << n;
+            EXPECT_EQ(std::make_pair(tb.ip[0], tb.ip[1]), expected[kind]) << kind << " " << n;
         }
     }
     for (int builder : {kComplex, kReal, kCosine}) {
@@ -154,7 +150,7 @@ TEST(Kernels2d3d, WithoutAWorkAreaTheyAllocateTheirOwnAndRecordTheirTables) {
     const struct {
         int kind;
         std::vector<int> dims;
-        int ip[2];
+        std::pair<int, int> ip;
     } cases[] = {
         {kComplex, {64, 4}, {32, 1}},   {kComplex, {4, 8, 8}, {4, 1}}, {kReal, {256, 16}, {128, 4}},
         {kReal, {2, 2, 256}, {64, 64}}, {kReal, {16, 2, 4}, {8, 1}},   {kCosine, {16, 4}, {4, 16}},
@@ -168,8 +164,7 @@ TEST(Kernels2d3d, WithoutAWorkAreaTheyAllocateTheirOwnAndRecordTheirTables) {
             EXPECT_EQ(Transform(c.kind, s, c.dims, a, nullptr, true),
                       Transform(c.kind, s, c.dims, a, &tb))
                 << c.kind << " " << c.dims[0];
-            EXPECT_EQ(tb.ip[0], c.ip[0]) << c.kind << " " << c.dims[0];
-            EXPECT_EQ(tb.ip[1], c.ip[1]) << c.kind << " " << c.dims[0];
+            EXPECT_EQ(std::make_pair(tb.ip[0], tb.ip[1]), c.ip) << c.kind << " " << c.dims[0];
         }
 }
 

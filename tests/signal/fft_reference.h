@@ -137,7 +137,7 @@ inline Vec Pack(const Vec& z, const std::vector<int>& dims) {
         double* row = &a[c * m];
         for (int j = 2; j < m; ++j) row[j] = zr[j];
         row[0] = kind == 2 ? zr[m + 1] : zr[0];
-        row[1] = kind == 0 ? zr[m] : kind == 1 ? zr[1] : zr[m];
+        row[1] = kind == 1 ? zr[1] : zr[m];
     }
     return a;
 }
@@ -185,12 +185,9 @@ inline Vec Transform(int kind, int s, const std::vector<int>& dims, Vec a, Table
     Tables& tb = tables ? *tables : fresh;
     double *t = ownWorkArea ? nullptr : tb.t.data(), *w = tb.w.data();
     int* ip = tb.ip.data();
-    using K1 = void (*)(int, int, double*, int*, double*);
-    using K2 = void (*)(int, int, int, double**, double*, int*, double*);
-    using K3 = void (*)(int, int, int, int, double***, double*, int*, double*);
-    const K1 k1[] = {cdft, rdft, ddct, ddst};
-    const K2 k2[] = {cdft2d, rdft2d, ddct2d, ddst2d};
-    const K3 k3[] = {cdft3d, rdft3d, ddct3d, ddst3d};
+    const decltype(&cdft) k1[] = {cdft, rdft, ddct, ddst};
+    const decltype(&cdft2d) k2[] = {cdft2d, rdft2d, ddct2d, ddst2d};
+    const decltype(&cdft3d) k3[] = {cdft3d, rdft3d, ddct3d, ddst3d};
     const int d = int(dims.size()), n = dims.back(), n1 = dims[0];
     if (d == 1 && kind >= kDct1) (kind == kDst1 ? dfst : dfct)(n, a.data(), t, ip, w);
     if (d == 1 && kind < kDct1) k1[kind](n, s, a.data(), ip, w);
