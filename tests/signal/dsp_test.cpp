@@ -5,7 +5,6 @@
 
 #include "fft_reference.h"
 #include "math/signal/dsp_transform.h"
-#include "math/signal/fft_kernels.h"
 
 #if defined(__SANITIZE_ADDRESS__)
 // Let the failure paths see a null allocation instead of a sanitizer report.

@@ -4,7 +4,6 @@
 
 #include "fft_reference.h"
 #include "math/signal/fft_engine.h"
-#include "math/signal/fft_kernels.h"
 
 using namespace fftref;
 namespace sse2 = math3d_detail::fft::sse2;

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include "fft_reference.h"
-#include "math/signal/fft_kernels.h"
 
 using namespace fftref;
 
