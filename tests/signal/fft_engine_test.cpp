@@ -4,7 +4,6 @@
 
 #include "fft_reference.h"
 #include "math/signal/fft_engine.h"
-#include "math/signal/fft_kernels.h"
 
 using namespace fftref;
 namespace sse2 = math3d_detail::fft::sse2;
@@ -29,11 +28,8 @@ TEST(EngineSse2, AgreesWithTheSumsAndTheLibrary) {
             EXPECT_LE(RelError(y, z), 1e-15) << count;
             y = a;
             sse2::BitReverseReal(y.data(), 2 * count);
-            for (int i = 0; i < 2 * count; ++i) {
-                int r = 0;
-                for (int bit = 1; bit < 2 * count; bit <<= 1) r = 2 * r + ((i & bit) ? 1 : 0);
-                ASSERT_EQ(y[r], a[i]) << count << " " << i;
-            }
+            for (int i = 0; i < 2 * count; ++i)
+                ASSERT_EQ(y[BitRev(i, 2 * count)], a[i]) << count << " " << i;
         }
 }
 
