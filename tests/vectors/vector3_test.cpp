@@ -97,8 +97,7 @@ TYPED_TEST(Vector3Test, ProjectionsAndTheirDegenerateCases) {
     EXPECT_EQ(v.SetProjection(V(0, 2, 0)), 1);
     EXPECT_EQ(v, V(0, 4, 0));
     // SetProjection tests |a|^2 = 2.5e-7: below the float epsilon 1e-6, above the double one.
-    v.Set(3, 4, 5);
-    EXPECT_EQ(v.SetProjection(V(0, 5e-4, 0)), this->kDouble ? 1 : 0);
+    EXPECT_EQ(v.Set(3, 4, 5).SetProjection(V(0, 5e-4, 0)), this->kDouble ? 1 : 0);
     this->ExpectNear(v, this->kDouble ? V(0, 4, 0) : V(3, 4, 5));
     // (a x b) x a = b (a.a) - a (a.b), unnormalised; parallel vectors give 0 and leave a x b.
     EXPECT_EQ(v.SetOrthogonal(V(2, 0, 0), V(1, 1, 0)), 1);
