@@ -49,6 +49,11 @@ TYPED_TEST(Vector2Test, LengthTestsAndProjection) {
     auto P = TestFixture::P;
     EXPECT_EQ(P(1e-7, 0).Normalize(), this->kDouble ? 1 : 0);
     EXPECT_EQ(P(0, 0).SetLength(1), 0);
+    auto u = P(-3, 4);
+    EXPECT_EQ(u.SetLength(10), 1);
+    EXPECT_EQ(u, P(-6, 8));
+    EXPECT_EQ(u.Normalize(), 1);
+    this->ExpectNear(u, P(-0.6, 0.8));
     // The projection demands a.a >= 1e-12 in both precisions.
     auto w = P(3, 4);
     EXPECT_EQ(w.SetProjection(P(7e-7, 0)), 0);  // a.a = 4.9e-13

@@ -42,6 +42,9 @@ TYPED_TEST(Vector4Test, LengthTestsAtTheirBoundary) {
     EXPECT_EQ(atEps, V(0, 0, 0, eps));
     EXPECT_EQ(atEps.SetLength(2), 1);
     EXPECT_NEAR(atEps.w, 2, this->kTol);
+    V v(1, -2, 2, 4);  // length 5
+    EXPECT_EQ(v.Normalize(), 1);
+    for (int k = 0; k < 4; ++k) EXPECT_NEAR(v[k], V(0.2, -0.4, 0.4, 0.8)[k], this->kTol);
     V below(0, 0, 0, eps / 2);
     EXPECT_EQ(below.SetLength(2), 0);
     V nan(std::numeric_limits<TypeParam>::quiet_NaN(), 0, 0, 0);
