@@ -131,6 +131,9 @@ TYPED_TEST(Vector3Test, DecomposeIn2Basis) {
         {V(3, 1, 5), V(2, 0, 1), V(1, 1, 1), 1, -2, 7},
         // b larger: the second row is chosen on a, here y (rows x and z would give (6, -1.5)).
         {V(3, 1, 0), V(1, 1, 0.25), V(2, 0, 1), 1, 1, 1},
+        // Dominance goes by magnitude: a's row is y (-5), b's is z; rows z and x would give
+        // (4, 2).
+        {V(4, -3, 6), V(1, -5, 0), V(0, 1, 3), 1, 1, 2},
     };
     for (const auto& c : cases) {
         T alpha = 7, beta = 7;
