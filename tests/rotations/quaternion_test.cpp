@@ -53,16 +53,13 @@ TYPED_TEST(QuaternionTest, LayoutTestsProductsAndText) {
 TYPED_TEST(QuaternionTest, NormalizeCases) {
     using Q = typename TestFixture::Q;
     using T = TypeParam;
-    const struct {
-        Q in, out;
-    } cases[] = {{Q(0, 0, 0, 0), Q()},
-                 {Q(T(1e-7), 0, T(1e-7), 0), Q()},  // squared length below 1e-12: the identity
-                 {Q(2, 0, 0, 0), Q()},
-                 {Q(-3, 0, 4, 0), Q(T(-0.6), 0, T(0.8), 0)}};
-    for (const auto& c : cases) this->ExpectNear(Q(c.in).Normalize(), c.out, this->kTol);
-    // Within 1e-12 of unit length: not scaled, only W clamped.
+    this->ExpectNear(Q(-3, 0, 4, 0).Normalize(), Q(T(-0.6), 0, T(0.8), 0), this->kTol);
+    // A squared length below 1e-12 gives the identity.
+    EXPECT_EQ(Q(T(1e-7), 0, T(1e-7), 0).Normalize(), Q());
+    // Within 1e-12 of unit length: not scaled, only W clamped into [-1, 1].
     if (this->kDouble) {
         EXPECT_EQ(Q(T(1 + 1e-13), T(1e-7), 0, 0).Normalize(), Q(1, T(1e-7), 0, 0));
+        EXPECT_EQ(Q(T(-1 - 1e-13), 0, 0, 0).Normalize(), Q(-1, 0, 0, 0));
     }
 }
 
