@@ -11,13 +11,15 @@ namespace reference {
 constexpr double kPi = 3.141592653589793;
 using Matrix = C3DRotMatTpl<double>;
 
-// R_first R_middle R_last for the axes of the order, the first applied first.
+// The axes of each order, the first applied first.
+constexpr tagE3DAXISTYPE kAxes[6][3] = {
+    {E3DAXIS_X, E3DAXIS_Y, E3DAXIS_Z}, {E3DAXIS_X, E3DAXIS_Z, E3DAXIS_Y},
+    {E3DAXIS_Y, E3DAXIS_X, E3DAXIS_Z}, {E3DAXIS_Y, E3DAXIS_Z, E3DAXIS_X},
+    {E3DAXIS_Z, E3DAXIS_X, E3DAXIS_Y}, {E3DAXIS_Z, E3DAXIS_Y, E3DAXIS_X}};
+
+// R_first R_middle R_last.
 template <typename T>
 Matrix EulerMatrix(const C3DVector3Tpl<T>& angles, int order) {
-    constexpr tagE3DAXISTYPE kAxes[6][3] = {
-        {E3DAXIS_X, E3DAXIS_Y, E3DAXIS_Z}, {E3DAXIS_X, E3DAXIS_Z, E3DAXIS_Y},
-        {E3DAXIS_Y, E3DAXIS_X, E3DAXIS_Z}, {E3DAXIS_Y, E3DAXIS_Z, E3DAXIS_X},
-        {E3DAXIS_Z, E3DAXIS_X, E3DAXIS_Y}, {E3DAXIS_Z, E3DAXIS_Y, E3DAXIS_X}};
     Matrix product, elementary;
     for (const tagE3DAXISTYPE axis : kAxes[order])
         product.Mul(elementary.Set(axis, double(angles[axis])));
@@ -37,6 +39,13 @@ Matrix AxisAngleMatrix(const C3DVector3Tpl<T>& axis, double angle) {
             m.Set(i, j, (i == j ? c : 0) + (1 - c) * u[i] * u[j] + s * (GetCross(ei, ej) * u));
         }
     return m;
+}
+
+template <typename T>
+Matrix Widened(const C3DRotMatTpl<T>& m) {
+    Matrix wide;
+    for (int k = 0; k < 9; ++k) wide.GetArray()[k] = m.GetArray()[k];
+    return wide;
 }
 
 }  // namespace reference

@@ -15,6 +15,7 @@ using reference::AxisAngleMatrix;
 using reference::EulerMatrix;
 using reference::kPi;
 using reference::Matrix;
+using reference::Widened;
 
 template <typename T>
 class Rotation3Test : public testing::Test {
@@ -25,11 +26,9 @@ protected:
 
     static void ExpectRotation(const R3& r, const Matrix& m) {
         C3DRotMatTpl<T> read;
-        Matrix wide;
         r.GetMatrix(read);
-        for (int k = 0; k < 9; ++k) wide.GetArray()[k] = read.GetArray()[k];
         const double tol = std::is_same<T, double>::value ? 1e-10 : 1e-4;
-        EXPECT_EQ(AreAlmostEqual(wide, m, tol), 1) << read << "\nagainst\n" << m;
+        EXPECT_EQ(AreAlmostEqual(Widened(read), m, tol), 1) << read << "\nagainst\n" << m;
     }
     static void ExpectSlots(const R3& r, T a, T b, T c, T d) {
         const T* s = r.GetArray();

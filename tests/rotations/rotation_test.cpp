@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 #include <limits>
 #include <random>
@@ -25,11 +26,6 @@ R MatrixOf(C3DRotation& r) {
     R m;
     r.GetMatrix(m);
     return m;
-}
-// The rows of m form a right-handed orthonormal frame.
-void ExpectProper(const R& m) {
-    ExpectNear(R().MulRegByTrans(m, m), R(), 1e-15);
-    EXPECT_NEAR(m.GetDet(), 1, 1e-15);
 }
 V RandomVector(std::mt19937& rng) {
     std::normal_distribution<double> d;
@@ -58,8 +54,13 @@ void ExpectDescribes(C3DRotation& r, const R& m, std::mt19937& rng) {
         ExpectNear(read, m);
     }
     if (rng() % 2) {
+        // Near gimbal lock in some order (an off-diagonal element near +-1) the angles carry the
+        // rounding of the matrix over cos^2 of the middle angle.
+        double cos2 = 1;
+        for (int k = 1; k < 8; ++k)
+            if (k % 4) cos2 = std::min(cos2, 1 - m.GetArray()[k] * m.GetArray()[k]);
         r.GetXYZAngles(v, order);
-        ExpectNear(EulerMatrix(v, order), m);
+        ExpectNear(EulerMatrix(v, order), m, 1e-9 + 1e-15 / cos2);
     }
     r.GetAxisAngle(v, angle);
     if (std::fabs(std::sin(angle / 2)) > 1e-6) ExpectNear(AxisAngleMatrix(v, angle), m);
@@ -72,12 +73,12 @@ void ExpectDescribes(C3DRotation& r, const R& m, std::mt19937& rng) {
 
 TEST(RotationTest, EveryRepresentationFollowsRandomSequences) {
     // The primary representation each operation leaves, -1 where it depends.
-    const int primary[15] = {2, 1, 0, 0, 0, -1, -1, -1, 0, -1, 0, 2, 2, 1, -1};
+    const int primary[14] = {2, 1, 0, 0, 0, -1, -1, -1, 0, -1, 0, 2, 2, -1};
     std::mt19937 rng(11);
     C3DRotation rotation[3];
     R reference[3];
     for (int step = 0; step < 4000; ++step) {
-        const int i = rng() % 3, j = rng() % 3, k = rng() % 3, op = rng() % 15;
+        const int i = rng() % 3, j = rng() % 3, k = rng() % 3, op = rng() % 14;
         C3DRotation &r = rotation[i], &a = rotation[j], &b = rotation[k];
         const R ma = reference[j], mb = reference[k], product = R().Mul(ma, mb);
         R& m = reference[i];
@@ -156,18 +157,7 @@ TEST(RotationTest, EveryRepresentationFollowsRandomSequences) {
                 m = product;
                 break;
             }
-            case 13: {  // Gram-Schmidt frame: row k along u, row a2 towards w
-                const int a2 = (k + 1 + rng() % 2) % 3, third = 3 - k - a2;
-                V rows[3];
-                rows[k] = u / u.GetLength();
-                rows[a2] = w - rows[k] * (w * rows[k]);
-                rows[a2].Normalize();
-                rows[third].SetCross(rows[(third + 1) % 3], rows[(third + 2) % 3]);
-                EXPECT_EQ(r.AlignAxesToVct(tagE3DAXISTYPE(k), u, tagE3DAXISTYPE(a2), w, status), 1);
-                m = R(rows[0], rows[1], rows[2], 1);
-                break;
-            }
-            case 14:
+            case 13:
                 r.SetIdentity();
                 m = R();
                 break;
@@ -251,21 +241,20 @@ TEST(RotationTest, OrderChangeKeepsAnglesByRelativeSequence) {
     EXPECT_EQ(r.Set(AxisAngleMatrix(V(1, 2, 3), 1)).Set(E3DROTORDER_ZYX, 1).GetFlags(), 21);
 }
 
-TEST(RotationTest, AlignmentFallbacks) {
-    // p and q parallel, or q null: q = p moved by 1 on a2, or on a1 when p lies along a2.
-    const auto expect = [](int a1, const V& p, int a2, const V& q, const V& row0) {
+TEST(RotationTest, Alignment) {
+    // The rows: axis a1 along p, axis a2 towards q. With p and q parallel, or q null, status 1
+    // and q = p moved by 1 on a2, or on a1 when p lies along a2.
+    const auto expect = [](int a1, const V& p, int a2, const V& q, int status, const R& m) {
         C3DRotation r;
-        int status = 0;
-        EXPECT_EQ(r.AlignAxesToVct(tagE3DAXISTYPE(a1), p, tagE3DAXISTYPE(a2), q, status), 1);
-        EXPECT_EQ(status, 1);
-        const R m = MatrixOf(r);
-        ExpectProper(m);
-        EXPECT_EQ(V(m.GetArray() + 3 * a1), p / p.GetLength());
-        EXPECT_EQ(V(m.GetArray()), row0) << m;
+        int s = -1;
+        EXPECT_EQ(r.AlignAxesToVct(tagE3DAXISTYPE(a1), p, tagE3DAXISTYPE(a2), q, s) + 2 * s,
+                  1 + 2 * status);
+        ExpectNear(MatrixOf(r), m, 1e-15);
     };
-    expect(E3DAXIS_X, V(0, 0, 2), E3DAXIS_Y, V(0, 0, 5), V(0, 0, 1));
-    expect(E3DAXIS_X, V(0, 0, 2), E3DAXIS_Y, V(0, 0, 0), V(0, 0, 1));
-    expect(E3DAXIS_Z, V(0, -2, 0), E3DAXIS_Y, V(0, 1, 0), V(1, 0, 0));
+    expect(E3DAXIS_Y, V(0, 3, 4), E3DAXIS_Z, V(1, 0, 0), 0, R(0, 0.8, -0.6, 0, 0.6, 0.8, 1, 0, 0));
+    expect(E3DAXIS_X, V(0, 0, 2), E3DAXIS_Y, V(0, 0, 5), 1, R(0, 0, 1, 0, 1, 0, -1, 0, 0));
+    expect(E3DAXIS_X, V(0, 0, 2), E3DAXIS_Y, V(0, 0, 0), 1, R(0, 0, 1, 0, 1, 0, -1, 0, 0));
+    expect(E3DAXIS_Z, V(0, -2, 0), E3DAXIS_Y, V(0, 1, 0), 1, R(1, 0, 0, 0, 0, 1, 0, -1, 0));
     // Refusals change nothing.
     C3DRotation r;
     int status = 1;
@@ -284,7 +273,9 @@ TEST(RotationTest, AlignmentFallbacks) {
         };
         const V v = RandomVector(rng);
         EXPECT_EQ(alignTo(v, status) - status, 1);
-        ExpectProper(MatrixOf(r));
+        // The rows form a right-handed orthonormal frame.
+        ExpectNear(R().MulRegByTrans(MatrixOf(r), MatrixOf(r)), R(), 1e-15);
+        EXPECT_NEAR(MatrixOf(r).GetDet(), 1, 1e-15);
         EXPECT_EQ(AreAlmostEqual(V().Mul(v, MatrixOf(r)), V(axis, v.GetLength()), 1e-15), 1);
         EXPECT_EQ(alignTo(V(axis, 2), status) + status + r.GetFlags(), 2 + 56);
         EXPECT_EQ(alignTo(V(axis, -2), status) + status, 2);
@@ -300,12 +291,12 @@ TEST(RotationTest, DumpTexts) {
     r.DumpMatrix("m", os);
     r.DumpQuat(nullptr, os);
     r.Set(kPi / 2, kPi / 4, 0.0, E3DROTORDER_ZYX).DumpXYZAngles("e", os);
-    r.Set(E3DAXIS_Z, kPi / 2).DumpAxisAngle(nullptr, os);
+    r.Set(E3DAXIS_Z, kPi / 2000).DumpAxisAngle(nullptr, os);  // sin(angle / 2) > 1e-12: an axis
     EXPECT_EQ(os.str(),
               "m\n(Rotation Matrix representation)\n( 1 0 0 )\n( 0 1 0 )\n( 0 0 1 )\n"
               "(Quaternion representation)\n( W:1  X:0  Y:0  Z:0 )\n"
               "e\n(XYZ Euler Angles representation)\n90 deg,45 deg,0 deg\n"
-              "(Axis-Angle representation)\n( 0 0 1 ), 90 degrees\n");
+              "(Axis-Angle representation)\n( 0 0 1 ), 0.09 degrees\n");
 }
 
 }  // namespace
