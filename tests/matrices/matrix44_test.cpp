@@ -94,7 +94,6 @@ TYPED_TEST(Matrix44Test, RandomMatricesAgainstNaiveSums) {
             m.Add(M().SetIdentity().Mul(3)).Mul(TypeParam(std::ldexp(1, int(rng() % 17) - 8)));
         ASSERT_EQ(inverse.Invert() + transposed.TransposeInverse(m), 2);
         EXPECT_TRUE(M().Mul(inverse, m).IsIdentity(TypeParam(10 * tol)));
-        EXPECT_TRUE(M().Mul(m, inverse).IsIdentity(TypeParam(10 * tol)));
         EXPECT_EQ(transposed, this->Transposed(inverse));
     }
 }
