@@ -208,17 +208,20 @@ TYPED_TEST(XfoMatTest, RandomAffineMatrices) {
 TYPED_TEST(XfoMatTest, SingularAndProjectiveMatrices) {
     using X = typename TestFixture::X;
     using V = typename TestFixture::V;
+    using M33 = typename TestFixture::M33;
     using M44 = C3DMatrix44Tpl<TypeParam>;
     // A singular linear part: 0, the matrix kept.
-    const X singular =
-        this->Affine(typename TestFixture::M33(1, 2, 3, 2, 4, 6, 0, 0, 1), V(1, 1, 1));
+    const X singular = this->Affine(M33(1, 2, 3, 2, 4, 6, 0, 0, 1), V(1, 1, 1));
     X kept = singular;
     EXPECT_TRUE(kept.Invert() == 0 && kept == singular);
     // Column 3 takes no part in the affine tests and comes out of affine results as (0, 0, 0, 1);
     // a point starts from the translation and skips the row of a zero coordinate, infinite or not.
     X projective;
-    projective.SetCol(3, 1, 2, 3, 4).SetTranslation(V(1, 1, 1));
-    EXPECT_FALSE(projective.IsIdentity() || projective.IsNull(TypeParam(0.5)));
+    const TypeParam half = TypeParam(0.5);
+    projective.SetCol(3, 1, 2, 3, 4).SetTranslation(V(half, half, half));
+    EXPECT_FALSE(projective.IsIdentity(half) || projective.IsNull(half));  // strict, as ever
+    EXPECT_TRUE(this->Affine(M33(), V(0, 0, 0)).IsNull(0) &&
+                !this->Affine(M33(), V(0, 1, 0)).IsNull(half));
     EXPECT_TRUE(projective.SetTranslation(V(0, 0, 0)).IsExactlyIdentity() && projective == X() &&
                 projective.IsIdentity());
     EXPECT_FALSE(static_cast<const M44&>(projective) == X());
