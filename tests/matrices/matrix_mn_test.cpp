@@ -23,16 +23,12 @@ C3DMatrixMN Make(const Rows& rows) {
 C3DMatrixMN Random(std::mt19937& rng, int rows, int cols) {
     std::uniform_real_distribution<double> d(-1, 1);
     Rows values(rows, std::vector<double>(cols));
-    for (auto& row : values)
-        for (double& v : row) v = d(rng);
+    for (auto& row : values) std::generate(row.begin(), row.end(), [&] { return d(rng); });
     return Make(values);
 }
 
-C3DMatrixMN Product(const C3DMatrixMN& a, const C3DMatrixMN& b) {
-    C3DMatrixMN p;
-    p.SetDimensions(a.GetRowCount(), b.GetColCount());
-    return p.Mul(a, b);
-}
+// a * b, sized as the product.
+C3DMatrixMN Product(C3DMatrixMN a, const C3DMatrixMN& b) { return a.Mul(b); }
 
 void ExpectNear(const C3DMatrixMN& a, const C3DMatrixMN& b, double tol) {
     ASSERT_EQ(a.GetRowCount(), b.GetRowCount());

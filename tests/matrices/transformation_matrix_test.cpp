@@ -253,7 +253,6 @@ TYPED_TEST(XfoMatTest, AffineDecomposition) {
         [&] { return scaled(1, one); },                           // on three
         [&] { return M33().Mul(rotation(), scaled(0.5, one)); },  // shear
         [&] { return M33().Mul(rotation(), scaled(0, small)); },  // near-singular
-        [&] { return rotation().Add(rotation().Mul(2)); },
         // R1 D R2 with a half turn as R1's Z angle, which the singular value decomposition
         // often hands on to its factor before it is taken out
         [&] {
