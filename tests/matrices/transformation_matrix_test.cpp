@@ -219,7 +219,7 @@ TYPED_TEST(XfoMatTest, SingularAndProjectiveMatrices) {
     X projective;
     const TypeParam half = TypeParam(0.5);
     projective.SetCol(3, 1, 2, 3, 4).SetTranslation(V(half, half, half));
-    EXPECT_FALSE(projective.IsIdentity(half) || projective.IsNull(half));  // strict, as ever
+    EXPECT_FALSE(projective.IsIdentity(half) || projective.IsNull(half));  // 0.5 is not < 0.5
     EXPECT_TRUE(this->Affine(M33(), V(0, 0, 0)).IsNull(0) &&
                 !this->Affine(M33(), V(0, 1, 0)).IsNull(half));
     EXPECT_TRUE(projective.SetTranslation(V(0, 0, 0)).IsExactlyIdentity() && projective == X() &&
