@@ -94,7 +94,6 @@ TYPED_TEST(Matrix44Test, RandomMatricesAgainstNaiveSums) {
             m.Add(M().SetIdentity().Mul(3)).Mul(TypeParam(std::ldexp(1, int(rng() % 17) - 8)));
         ASSERT_EQ(inverse.Invert() + transposed.TransposeInverse(m), 2);
         EXPECT_TRUE(M().Mul(inverse, m).IsIdentity(TypeParam(10 * tol)));
-        EXPECT_TRUE(M().Mul(m, inverse).IsIdentity(TypeParam(10 * tol)));
         EXPECT_EQ(transposed, this->Transposed(inverse));
     }
 }
@@ -127,9 +126,11 @@ TYPED_TEST(Matrix44Test, SingularityPivotsAndTheirAbsoluteTolerance) {
     M inverse = cycle;
     ASSERT_EQ(inverse.Invert(), 1);
     EXPECT_EQ(inverse, this->Transposed(cycle));
-    // The tolerance is absolute: just below it a regular diagonal matrix fails, at it it passes.
+    // The tolerance is absolute: just below it a regular diagonal matrix fails, at it it passes,
+    // on the diagonal or swapped in from below.
     const T tol = C3DTolerance<T>::k_Accurate;
     EXPECT_EQ(this->Block(std::nextafter(tol, T(0)), 0, 0, 1).Invert(), 0);
+    EXPECT_EQ(this->Block(0, 1, tol, 0).Invert(), 1);
     M atTolerance = this->Block(tol, 0, 0, 1);
     ASSERT_EQ(atTolerance.Invert(), 1);
     EXPECT_EQ(atTolerance.Get(0, 0), T(1) / tol);

@@ -71,8 +71,7 @@ TYPED_TEST(XfoMatTest, SignBitsGiveScalingAndRotation) {
     m.SetMaskInfo(0xF1);
     EXPECT_EQ(m.SetSclSignBits(0xFF).NegSclSignCount(), 3);
     EXPECT_EQ(m.SetSclSignBits(V(-1, 0, TypeParam(-0.0))).GetMaskInfo(), 0xF3);  // -0 is not < 0
-    EXPECT_EQ(m.ComputeSignBits(), 0);
-    EXPECT_EQ(m.GetMaskInfo(), 0xF1);
+    EXPECT_TRUE(m.ComputeSignBits() == 0 && m.GetMaskInfo() == 0xF1);
     // Inconsistent bits (an even count for a negative determinant) count the clear axes.
     m = this->Affine(this->Diagonal(V(-2, 3, 4)), V(1, 2, 3));  // repaired: all three bits
     EXPECT_EQ(m.GetSclSignBits(), 14);
@@ -92,8 +91,7 @@ TYPED_TEST(XfoMatTest, SignBitsGiveScalingAndRotation) {
     expect(12, 0, V(-2, 3, 4), V(1, 1, 1));
     // AreAlmostEqual compares the bits as well, operator== does not.
     X other = m;
-    EXPECT_EQ(AreAlmostEqual(m, other), 1);
-    EXPECT_EQ(AreAlmostEqual(m, other.SetSclSignBits(14)), 0);
+    EXPECT_TRUE(AreAlmostEqual(m, other) == 1 && AreAlmostEqual(m, other.SetSclSignBits(14)) == 0);
     EXPECT_TRUE(m == other);
     V s;
     m.SetRow(0, 0, 0, 0, 0).GetScaling(s);
@@ -131,11 +129,7 @@ TYPED_TEST(XfoMatTest, EveryOperationLeavesConsistentBits) {
     const std::function<void(X&)> operations[] = {
         [&](X& m) { m.Set(M33(3, 3, other)); },
         [&](X& m) { m.SetWithTranspose(M33(3, 3, other)); },
-        [&](X& m) {
-            T v[4][4];
-            for (int k = 0; k < 16; ++k) v[k / 4][k % 4] = other.Get(k / 4, k % 4);
-            m.Set(v);
-        },
+        [&](X& m) { m.Set(reinterpret_cast<const T(*)[4]>(other.GetArray())); },
         [&](X& m) { m.SetRow(1, s.x, s.y, s.z, 0); },
         [&](X& m) { m.SetCol(0, C3DVector4Tpl<T>(s, 1)); },
         [&](X& m) { m.SetScaling(s); },
@@ -195,41 +189,39 @@ TYPED_TEST(XfoMatTest, RandomAffineMatrices) {
         ASSERT_EQ(inverse.Invert(), 1);
         EXPECT_TRUE(X().Mul(a, inverse).IsIdentity(tol) && X().Mul(inverse, a).IsIdentity(tol));
         EXPECT_EQ(inverse.GetSclSignBits(), a.GetSclSignBits());
-        EXPECT_TRUE(X().Transpose(a) == this->Affine(this->Linear(a).Transpose(), t));
-        // Scaling and rotation read back, and each written keeping the other.
-        const auto expect = [&](const V& scale, const R& rotation) {
-            V as;
-            R ar;
-            a.GetScaling(as);
-            a.GetRotation(ar);
-            EXPECT_TRUE(AreAlmostEqual(as, scale, tol) && AreAlmostEqual(ar, rotation, tol)) << n;
-            EXPECT_EQ(a.Get(3, 1), t.y);
-        };
-        expect(s, r);
-        a.SetRotation(r2);
-        expect(s, r2);
-        a.AddScaling(k);
-        expect(V(s).MulComp(k), r2);
-        a.SetScaling(s);
-        expect(s, r2);
+        const X transposed = this->Affine(this->Linear(a).Transpose(), t);
+        EXPECT_TRUE(X().Transpose(a) == transposed &&
+                    X(a).SetWithTranspose(this->Linear(a)) == transposed);
+        // Scaling and rotation read back, each written keeping the other and the translation.
+        V as, ks;
+        R ar, kr;
+        a.SetRotation(r2).GetScaling(as);
+        a.GetRotation(ar);
+        a.AddScaling(k).GetScaling(ks);
+        a.GetRotation(kr);
+        EXPECT_TRUE(AreAlmostEqual(as, s, tol) && AreAlmostEqual(ar, r2, tol)) << n;
+        EXPECT_TRUE(AreAlmostEqual(ks, V(s).MulComp(k), tol) && AreAlmostEqual(kr, r2, tol)) << n;
+        EXPECT_EQ(a.Get(3, 1), t.y);
     }
 }
 
 TYPED_TEST(XfoMatTest, SingularAndProjectiveMatrices) {
     using X = typename TestFixture::X;
     using V = typename TestFixture::V;
+    using M33 = typename TestFixture::M33;
     using M44 = C3DMatrix44Tpl<TypeParam>;
     // A singular linear part: 0, the matrix kept.
-    const X singular =
-        this->Affine(typename TestFixture::M33(1, 2, 3, 2, 4, 6, 0, 0, 1), V(1, 1, 1));
+    const X singular = this->Affine(M33(1, 2, 3, 2, 4, 6, 0, 0, 1), V(1, 1, 1));
     X kept = singular;
-    EXPECT_EQ(kept.Invert(), 0);
-    EXPECT_TRUE(kept == singular);
+    EXPECT_TRUE(kept.Invert() == 0 && kept == singular);
     // Column 3 takes no part in the affine tests and comes out of affine results as (0, 0, 0, 1);
     // a point starts from the translation and skips the row of a zero coordinate, infinite or not.
     X projective;
-    projective.SetCol(3, 1, 2, 3, 4).SetTranslation(V(1, 1, 1));
-    EXPECT_FALSE(projective.IsIdentity() || projective.IsNull(TypeParam(0.5)));
+    const TypeParam half = TypeParam(0.5);
+    projective.SetCol(3, 1, 2, 3, 4).SetTranslation(V(half, half, half));
+    EXPECT_FALSE(projective.IsIdentity(half) || projective.IsNull(half));  // 0.5 is not < 0.5
+    EXPECT_TRUE(this->Affine(M33(), V(0, 0, 0)).IsNull(0) &&
+                !this->Affine(M33(), V(0, 1, 0)).IsNull(half));
     EXPECT_TRUE(projective.SetTranslation(V(0, 0, 0)).IsExactlyIdentity() && projective == X() &&
                 projective.IsIdentity());
     EXPECT_FALSE(static_cast<const M44&>(projective) == X());
@@ -239,46 +231,44 @@ TYPED_TEST(XfoMatTest, SingularAndProjectiveMatrices) {
     EXPECT_EQ(V().Mul(V(0, 2, 3), projective), V(1, 3, 4));
 }
 
-TYPED_TEST(XfoMatTest, AffineDecompositionReproducesTheBlock) {
+TYPED_TEST(XfoMatTest, AffineDecomposition) {
+    using X = typename TestFixture::X;
     using R = typename TestFixture::R;
     using M33 = typename TestFixture::M33;
     using V = typename TestFixture::V;
     using T = TypeParam;
-    const auto rotation = [](std::mt19937& rng) { return M33(TestFixture::RandomRotation(rng)); };
-    const auto scaled = [&](std::mt19937& rng, double negative, const V& extra) {
+    R p;
+    X rest;
+    std::mt19937 rng(11);
+    const auto rotation = [&] { return M33(TestFixture::RandomRotation(rng)); };
+    const auto scaled = [&](double negative, const V& extra) {
         return M33().Mul(this->Diagonal(V(this->RandomScale(rng, negative)).MulComp(extra)),
-                         rotation(rng));
+                         rotation());
     };
     const V one(1, 1, 1), small(1, T(0.5), this->kDouble ? T(1e-9) : T(1e-4));
-    const std::function<M33(std::mt19937&)> families[] = {
-        [&](std::mt19937& rng) { return rotation(rng).Mul(this->RandomScale(rng).x); },  // uniform
-        [&](std::mt19937& rng) { return scaled(rng, 0, one); },
-        [&](std::mt19937& rng) { return scaled(rng, 0, V(-1, 1, 1)); },  // mirrored on one axis
-        [&](std::mt19937& rng) { return scaled(rng, 1, one); },          // on three
-        [&](std::mt19937& rng) {
-            return M33().Mul(rotation(rng), scaled(rng, 0.5, one));
-        },  // shear
-        [&](std::mt19937& rng) { return M33().Mul(rotation(rng), scaled(rng, 0, small)); },
-        [&](std::mt19937& rng) { return M33(rotation(rng)).Add(M33(rotation(rng)).Mul(2)); },
+    const std::function<M33()> families[] = {
+        [&] { return rotation().Mul(this->RandomScale(rng).x); },  // uniform
+        [&] { return scaled(0, one); },
+        [&] { return scaled(0, V(-1, 1, 1)); },                   // mirrored on one axis
+        [&] { return scaled(1, one); },                           // on three
+        [&] { return M33().Mul(rotation(), scaled(0.5, one)); },  // shear
+        [&] { return M33().Mul(rotation(), scaled(0, small)); },  // near-singular
         // R1 D R2 with a half turn as R1's Z angle, which the singular value decomposition
         // often hands on to its factor before it is taken out
-        [&](std::mt19937& rng) {
+        [&] {
             std::uniform_real_distribution<double> d(-1, 1);
             const R r1 = TestFixture::Rotation(
                 V{rng() % 2 ? 0 : T(d(rng)), rng() % 3 ? 0 : T(d(rng)), T(kPi)});
-            const M33 r2 = rng() % 2 ? rotation(rng) : M33(R());
+            const M33 r2 = rng() % 2 ? rotation() : M33(R());
             return M33(r1).Mul(M33().Mul(this->Diagonal(V(T(1 + d(rng) / 2), 2.5, -4)), r2));
         },
     };
-    std::mt19937 rng(11);
     for (const auto& family : families) {
         SCOPED_TRACE(&family - families);
         for (int n = 0; n < 200; ++n) {
-            const M33 block = family(rng);
+            const M33 block = family();
             T size = 0;
             for (int k = 0; k < 9; ++k) size = std::max(size, std::fabs(block.GetArray()[k]));
-            R p;
-            typename TestFixture::X rest;
             this->ExpectDecomposes(this->Affine(block, this->RandomScale(rng)), p, rest,
                                    this->kTol * size);
             // A uniform scale splits off no rotation (in single precision the rounding of a
@@ -290,16 +280,8 @@ TYPED_TEST(XfoMatTest, AffineDecompositionReproducesTheBlock) {
             EXPECT_TRUE(!this->kDouble || std::fabs(std::fabs(angles.z) - kPi) > 1e-12) << n;
         }
     }
-}
 
-TYPED_TEST(XfoMatTest, AffineDecompositionOfSpecialBlocks) {
-    using X = typename TestFixture::X;
-    using R = typename TestFixture::R;
-    using M33 = typename TestFixture::M33;
-    using V = typename TestFixture::V;
-    const TypeParam eps = C3DTolerance<TypeParam>::k_Accurate;
-    R p;
-    X rest;
+    const T eps = C3DTolerance<T>::k_Accurate;
     // An axis-aligned block splits off no rotation; its mirror makes all three scales negative.
     const X diagonal = this->Affine(this->Diagonal(V(-2, 3, 4)), V(1, 2, 3));
     diagonal.GetAffineDecomposition(p, rest);
@@ -319,7 +301,7 @@ TYPED_TEST(XfoMatTest, AffineDecompositionOfSpecialBlocks) {
     for (const M33& block : blocks)
         this->ExpectDecomposes(this->Affine(block, V(0, 0, 0)), p, rest, 2 * eps);
     // Non-finite input ends (the iteration is bounded) and spreads NaN.
-    const TypeParam nan = std::numeric_limits<TypeParam>::quiet_NaN();
+    const T nan = std::numeric_limits<T>::quiet_NaN();
     this->Affine(M33(nan, 1, 0, 0, 1, 0, 0, 0, 1), V(0, 0, 0)).GetAffineDecomposition(p, rest);
     EXPECT_TRUE(std::isnan(rest.Get(0, 0)) || std::isnan(p.Get(0, 0)));
 }
