@@ -110,31 +110,13 @@ void rdft2dsort(int n1, int n2, int isgn, double** a) {
     if (n1 < 1 || n2 < 2) return;
     const int rows[2] = {0, n1 / 2};
     const int selfConjugate = n1 >= 2 ? 2 : 1;
-    if (isgn >= 0) {
-        for (int k = n1 / 2 + 1; k < n1; ++k) {
-            double* up = a[k];
-            double* low = a[n1 - k];
-            const double re = up[1], im = up[0];
-            up[n2] = re;
-            up[n2 + 1] = im;
-            low[n2] = re;
-            low[n2 + 1] = -im;
-            up[0] = low[0];
-            up[1] = -low[1];
-        }
-        for (int r = 0; r < selfConjugate; ++r) {
-            double* row = a[rows[r]];
-            row[n2] = row[1];
-            row[1] = 0;
-            row[n2 + 1] = 0;
-        }
-    } else {
-        for (int k = n1 / 2 + 1; k < n1; ++k) {
-            a[k][0] = a[k][n2 + 1];
-            a[k][1] = a[k][n2];
-        }
-        for (int r = 0; r < selfConjugate; ++r) a[rows[r]][1] = a[rows[r]][n2];
+    for (int k = n1 / 2 + 1; k < n1; ++k) {
+        if (isgn >= 0)
+            fft::SortConjugateRows(n2, a[k], a[n1 - k]);
+        else
+            fft::UnsortConjugateRow(n2, a[k]);
     }
+    for (int r = 0; r < selfConjugate; ++r) fft::SortSelfConjugateRow(n2, isgn, a[rows[r]]);
 }
 
 namespace {

@@ -110,27 +110,12 @@ void rdft3dsort(int n1, int n2, int n3, int isgn, double*** a) {
             double* cell = a[k1][k2];
             const bool self = (2 * k1 % n1 == 0) && (2 * k2 % n2 == 0);
             if (self) {
-                if (isgn >= 0) {
-                    cell[n3] = cell[1];
-                    cell[1] = 0;
-                    cell[n3 + 1] = 0;
-                } else {
-                    cell[1] = cell[n3];
-                }
+                fft::SortSelfConjugateRow(n3, isgn, cell);
             } else if (IsUpper(n1, n2, k1, k2)) {
-                if (isgn >= 0) {
-                    double* mirror = a[(n1 - k1) % n1][(n2 - k2) % n2];
-                    const double re = cell[1], im = cell[0];
-                    cell[n3] = re;
-                    cell[n3 + 1] = im;
-                    mirror[n3] = re;
-                    mirror[n3 + 1] = -im;
-                    cell[0] = mirror[0];
-                    cell[1] = -mirror[1];
-                } else {
-                    cell[0] = cell[n3 + 1];
-                    cell[1] = cell[n3];
-                }
+                if (isgn >= 0)
+                    fft::SortConjugateRows(n3, cell, a[(n1 - k1) % n1][(n2 - k2) % n2]);
+                else
+                    fft::UnsortConjugateRow(n3, cell);
             }
         }
 }

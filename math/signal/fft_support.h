@@ -39,6 +39,35 @@ long long RealColumnsArea(int length, int rowDoubles);
 // Ph at the mirror in m, backward restores C.
 void Untangle(int isgn, double* c, double* m);
 
+// The sorted layout of the real 2D and 3D DFT (rdft2dsort, rdft3dsort), one row of n doubles
+// (n + 2 with the sorted extra pair) at a time. A self-conjugate row holds Re F(0) and Re F(n/2)
+// in its first pair; sorted, Re F(n/2) moves to the extra pair (imaginary parts 0).
+inline void SortSelfConjugateRow(int n, int isgn, double* row) {
+    if (isgn >= 0) {
+        row[n] = row[1];
+        row[1] = 0;
+        row[n + 1] = 0;
+    } else {
+        row[1] = row[n];
+    }
+}
+// An upper row's first pair holds its value at n/2, stored (Im, Re). Sorted, that value goes to
+// its extra pair and its conjugate to the mirror row's, and the first pair becomes the conjugate
+// of the mirror's (the value at 0). Unsorting takes the value at n/2 back into the first pair.
+inline void SortConjugateRows(int n, double* upper, double* mirror) {
+    const double re = upper[1], im = upper[0];
+    upper[n] = re;
+    upper[n + 1] = im;
+    mirror[n] = re;
+    mirror[n + 1] = -im;
+    upper[0] = mirror[0];
+    upper[1] = -mirror[1];
+}
+inline void UnsortConjugateRow(int n, double* upper) {
+    upper[0] = upper[n + 1];
+    upper[1] = upper[n];
+}
+
 // Transforms along columns of 'length' elements: row(i) is the row that holds element i, of
 // rowDoubles doubles; groups of up to four complex (two doubles each) or real columns are copied
 // into t, transformed and copied back.
